@@ -1,0 +1,92 @@
+#include "core/file_io.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <system_error>
+
+#include "core/platform/durable_file.h"
+
+namespace nimbrel {
+namespace {
+
+struct FileCloser {
+  void operator()(std::FILE* f) const { std::fclose(f); }
+};
+using FilePtr = std::unique_ptr<std::FILE, FileCloser>;
+
+bool fail(std::string* error, std::string text) {
+  if (error) *error = std::move(text);
+  return false;
+}
+
+std::string describe(const std::filesystem::path& p, const char* what) {
+  return std::string(what) + " " + p.string() + ": " + std::strerror(errno);
+}
+
+std::filesystem::path temporaryNameFor(const std::filesystem::path& target) {
+  auto tmp = target;
+  tmp += ".tmp";
+  return tmp;
+}
+
+}  // namespace
+
+bool writeFileAtomically(const std::filesystem::path& target, std::string_view content,
+                         std::string* error) {
+  const auto tmp = temporaryNameFor(target);
+  {
+    FilePtr f(std::fopen(tmp.c_str(), "wb"));
+    if (!f) return fail(error, describe(tmp, "cannot create"));
+    const bool written = std::fwrite(content.data(), 1, content.size(), f.get()) == content.size();
+    if (!written || !platform::syncToDisk(f.get())) {
+      std::string why = describe(tmp, "cannot write");
+      f.reset();
+      std::error_code ec;
+      std::filesystem::remove(tmp, ec);
+      return fail(error, why);
+    }
+  }
+  std::error_code ec;
+  std::filesystem::rename(tmp, target, ec);
+  if (ec) {
+    std::filesystem::remove(tmp, ec);
+    return fail(error, "cannot replace " + target.string() + ": " + ec.message());
+  }
+  return true;
+}
+
+bool copyFileAtomically(const std::filesystem::path& source, const std::filesystem::path& target,
+                        std::string* error) {
+  auto content = readWholeFile(source, error);
+  if (!content) return false;
+  return writeFileAtomically(target, *content, error);
+}
+
+bool appendToFile(const std::filesystem::path& target, std::string_view text, std::string* error) {
+  FilePtr f(std::fopen(target.c_str(), "ab"));
+  if (!f) return fail(error, describe(target, "cannot open"));
+  if (std::fwrite(text.data(), 1, text.size(), f.get()) != text.size() || std::fflush(f.get()) != 0)
+    return fail(error, describe(target, "cannot write"));
+  return true;
+}
+
+std::optional<std::string> readWholeFile(const std::filesystem::path& source, std::string* error) {
+  FilePtr f(std::fopen(source.c_str(), "rb"));
+  if (!f) {
+    fail(error, describe(source, "cannot open"));
+    return std::nullopt;
+  }
+  std::string content;
+  char buffer[8192];
+  size_t n = 0;
+  while ((n = std::fread(buffer, 1, sizeof buffer, f.get())) > 0) content.append(buffer, n);
+  if (std::ferror(f.get())) {
+    fail(error, describe(source, "cannot read"));
+    return std::nullopt;
+  }
+  return content;
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,25 @@
+#include "core/text_log.h"
+
+#include <cstdio>
+
+#include "core/file_io.h"
+
+namespace nimbrel {
+
+void TextLog::write(std::string_view message) {
+  std::string line = formatLocalTime(clock_->local());
+  line += ' ';
+  line += message;
+  line += '\n';
+  std::string error;
+  if (appendToFile(file_, line, &error)) {
+    failing_ = false;
+    return;
+  }
+  // Say it once per failing spell rather than once per line.
+  if (!failing_) std::fprintf(stderr, "nimbrel: log %s unavailable (%s)\n", file_.c_str(), error.c_str());
+  failing_ = true;
+  std::fwrite(line.data(), 1, line.size(), stderr);
+}
+
+}  // namespace nimbrel
