@@ -30,3 +30,18 @@ std::time_t composeLocal(int year, int month, int day, int hour, int minute, int
 }
 
 }  // namespace nimbrel::platform
+
+#include <cstdlib>
+#include <ctime>
+
+namespace nimbrel::platform {
+
+void setProcessTimeZone(const char* zone) {
+  if (zone && *zone)
+    ::setenv("TZ", zone, 1);
+  else
+    ::unsetenv("TZ");
+  ::tzset();
+}
+
+}  // namespace nimbrel::platform

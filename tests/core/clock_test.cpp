@@ -1,0 +1,65 @@
+#include "core/clock.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include "support/time_zone.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace std::chrono_literals;
+
+TEST(LocalTimeText, ParsesAndFormatsTheCommandLineForm) {
+  testsupport::ScopedTimeZone zone;
+  const auto t = parseLocalTime("2026-07-04 13:05:09");
+  ASSERT_TRUE(t);
+  const LocalTime lt = toLocalTime(*t);
+  EXPECT_EQ(formatLocalTime(lt), "2026-07-04 13:05:09");
+  EXPECT_EQ(lt.weekday, 6);  // a Saturday
+  EXPECT_EQ(formatLocalTime(toLocalTime(*parseLocalTime("2026-07-04 13:05"))), "2026-07-04 13:05:00");
+  for (const char* bad : {"", "2026-13-01 00:00:00", "2026-07-04", "2026-07-04 24:00:00", "tomorrow",
+                          "2026-07-04 13:05:09x"})
+    EXPECT_FALSE(parseLocalTime(bad)) << bad;
+}
+
+TEST(LocalTimeText, FollowsTheDaylightSavingChange) {
+  testsupport::ScopedTimeZone zone;
+  // 29 March 2026: clocks jump from 01:00 to 02:00, so that day has 23 hours.
+  const auto midnight = *parseLocalTime("2026-03-29 00:00:00");
+  const auto nextMidnight = *parseLocalTime("2026-03-30 00:00:00");
+  EXPECT_EQ(nextMidnight - midnight, std::chrono::hours(23));
+  EXPECT_EQ(toLocalTime(midnight + 1h).hour, 2);
+  // 25 October 2026 has 25 hours.
+  EXPECT_EQ(*parseLocalTime("2026-10-26 00:00:00") - *parseLocalTime("2026-10-25 00:00:00"),
+            std::chrono::hours(25));
+}
+
+TEST(ScaledClockTest, StartsAtTheChosenTimeAndRunsFaster) {
+  const auto start = fromLocalTime(2026, 12, 30, 23, 0, 0);
+  ScaledClock clock(start, 1000.0);
+  const auto first = clock.now();
+  EXPECT_GE(first, start);
+  std::this_thread::sleep_for(20ms);
+  // 20 ms of real time are at least 20 s of program time.
+  EXPECT_GE(clock.now() - first, 20s);
+  EXPECT_EQ(clock.realDuration(1000s), std::chrono::nanoseconds(1s));
+}
+
+TEST(ScaledClockTest, ANonPositiveSpeedMeansRealTime) {
+  ScaledClock clock(fromLocalTime(2026, 1, 1, 0, 0, 0), 0.0);
+  EXPECT_EQ(clock.speed(), 1.0);
+}
+
+TEST(ManualClockTest, MovesOnlyWhenTold) {
+  testsupport::ScopedTimeZone zone;
+  ManualClock clock(fromLocalTime(2028, 2, 28, 23, 59, 59));
+  EXPECT_EQ(clock.local().day, 28);
+  clock.advance(1s);
+  EXPECT_EQ(clock.local().day, 29);  // 2028 is a leap year
+  EXPECT_EQ(clock.local().month, 2);
+}
+
+}  // namespace
+}  // namespace nimbrel
