@@ -1,0 +1,158 @@
+#include "stations/vantage_driver.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "core/file_io.h"
+#include "core/text_log.h"
+#include "stations/byte_link.h"
+#include "stations/loop_bytes.h"
+#include "support/temp_folder.h"
+
+namespace nimbrel {
+namespace {
+
+using testsupport::hilowsAnswer;
+using testsupport::LoopBytes;
+
+class RecordingLink final : public ByteLink {
+ public:
+  void start(ReceiveHandler) override {}
+  void send(std::span<const std::uint8_t> bytes) override { sent.append(bytes.begin(), bytes.end()); }
+  bool isOpen() const override { return true; }
+  void reopen() override {}
+  void close() override {}
+  std::string describe() const override { return "test port"; }
+  std::string take() { return std::exchange(sent, {}); }
+  std::string sent;
+};
+
+class DriverHarness : public ::testing::Test {
+ protected:
+  DriverHarness() : log(dir / "stationlog.txt", clock), driver(state, record, {}, &link, log) {
+    driver.onReading = [this] { ++readings; };
+  }
+  void answer(const std::string& text) {
+    answer(std::vector<std::uint8_t>(text.begin(), text.end()));
+  }
+  void answer(const std::vector<std::uint8_t>& bytes) {
+    for (std::uint8_t b : bytes) driver.receive(std::span(&b, 1), now);
+  }
+  // Wakes the console and gets past the HILOWS read that every start makes.
+  void wakeAndSkipHilows() {
+    driver.poll(now);
+    ASSERT_EQ(link.take(), "\n");
+    answer("\n\r");
+    ASSERT_EQ(link.take(), "HILOWS\n");
+    answer(hilowsAnswer(10, 900));
+    driver.poll(now);
+    ASSERT_EQ(link.take(), "\n");
+    answer("\n\r");
+  }
+
+  testsupport::TempFolder dir;
+  ManualClock clock{fromLocalTime(2026, 6, 1, 12, 0, 0)};
+  LocalTime now = clock.local();
+  TextLog log;
+  ReceiveState state;
+  LiveRecord record;
+  RecordingLink link;
+  VantageDriver driver;
+  int readings = 0;
+};
+
+TEST_F(DriverHarness, WakesReadsTheHighsThenAsksForFiftyFivePackets) {
+  wakeAndSkipHilows();
+  EXPECT_EQ(link.take(), "LOOP 55\n");
+  std::vector<std::uint8_t> stream{0x06};
+  for (int i = 0; i < 55; ++i) {
+    const auto p = LoopBytes().word(16, static_cast<std::uint16_t>(i)).packet();
+    stream.insert(stream.end(), p.begin(), p.end());
+  }
+  answer(stream);
+  EXPECT_EQ(driver.counters().packetsDecoded, 53u);
+  EXPECT_EQ(readings, 53);
+  EXPECT_EQ(record.windgust, record.windspeed);
+  // The packets are used up: the next tick wakes the console and asks again.
+  driver.poll(now);
+  EXPECT_EQ(link.take(), "\n");
+  answer("\n\r");
+  EXPECT_EQ(link.take(), "LOOP 55\n");
+}
+
+TEST_F(DriverHarness, ASilentConsoleIsWokenAgainAndTheOutageLoggedOnce) {
+  wakeAndSkipHilows();
+  link.take();
+  for (int i = 0; i < VantageDriver::kSilentTicksBeforeWake; ++i) driver.poll(now);
+  EXPECT_EQ(link.take(), "\n");
+  // No answer at all: three tries two ticks apart, then a rest, then again.
+  for (int i = 0; i < 40; ++i) driver.poll(now);
+  const std::string sent = link.take();
+  EXPECT_GE(std::count(sent.begin(), sent.end(), '\n'), 6);
+  const std::string text = readWholeFile(log.path()).value_or("");
+  EXPECT_EQ(text.find("does not answer the wake-up call"), text.rfind("does not answer the wake-up call"));
+  EXPECT_NE(text.find("test port does not answer the wake-up call"), std::string::npos) << text;
+  for (int i = 0; i < 20 && link.sent.empty(); ++i) driver.poll(now);
+  ASSERT_EQ(link.take(), "\n");
+  answer("\n\r");
+  EXPECT_EQ(link.take(), "LOOP 55\n");
+  EXPECT_NE(readWholeFile(log.path()).value_or("").find("answers again"), std::string::npos);
+}
+
+TEST_F(DriverHarness, SetsAndReadsTheConsoleClock) {
+  wakeAndSkipHilows();
+  link.take();
+  answer(std::vector<std::uint8_t>(5 * 99 + 1, 0));  // whatever the stream was
+  LocalTime t = now;
+  t.hour = 7;
+  t.minute = 5;
+  t.second = 3;
+  driver.checkvptimecount(t);
+  for (int i = 0; i < 55 * 99; i += 99) answer(std::vector<std::uint8_t>(99, 0));
+  driver.poll(now);
+  ASSERT_EQ(link.take(), "\n");
+  answer("\n\r");
+  ASSERT_EQ(link.take(), "SETTIME\n");
+  answer(std::vector<std::uint8_t>{0x06});
+  const std::string data = link.take();
+  ASSERT_EQ(data.size(), 8u);
+  EXPECT_EQ(data[0], 3);
+  EXPECT_EQ(data[1], 5);
+  EXPECT_EQ(data[2], 7);
+  EXPECT_EQ(static_cast<unsigned char>(data[5]), 126);  // 2026 - 1900
+  EXPECT_EQ(crcCcitt({reinterpret_cast<const std::uint8_t*>(data.data()), 8}), 0);
+  answer(std::vector<std::uint8_t>{0x06});
+
+  driver.requestConsoleTime();
+  driver.poll(now);
+  ASSERT_EQ(link.take(), "\n");
+  answer("\n\r");
+  ASSERT_EQ(link.take(), "GETTIME\n");
+  std::vector<std::uint8_t> reply{0x06, 59, 30, 23, 31, 12, 126};
+  const std::uint16_t crc = crcCcitt(std::span(reply).subspan(1));
+  reply.push_back(static_cast<std::uint8_t>(crc >> 8));
+  reply.push_back(static_cast<std::uint8_t>(crc & 0xFF));
+  answer(reply);
+  ASSERT_TRUE(driver.consoleTime());
+  EXPECT_EQ(formatLocalTime(*driver.consoleTime()), "2026-12-31 23:30:59");
+  const std::string text = readWholeFile(log.path()).value_or("");
+  EXPECT_NE(text.find("sending SETTIME  to VP console"), std::string::npos);
+  EXPECT_NE(text.find("sending  time to VP console"), std::string::npos);
+}
+
+TEST_F(DriverHarness, TheConsolesDailyHighGustGoesToTheStatistics) {
+  double todaysMax = 10;
+  driver.currentMaxGust = [&] { return todaysMax; };
+  driver.onConsoleDailyGust = [&](double knots) { todaysMax = knots; };
+  driver.poll(now);
+  link.take();
+  answer("\n\r");
+  ASSERT_EQ(link.take(), "HILOWS\n");
+  answer(hilowsAnswer(23, 1100));
+  EXPECT_EQ(todaysMax, 20);
+}
+
+}  // namespace
+}  // namespace nimbrel
