@@ -11,6 +11,10 @@ void TextLog::write(std::string_view message) {
   line += ' ';
   line += message;
   line += '\n';
+  if (file_.empty()) {  // a log for the terminal only
+    std::fwrite(line.data(), 1, line.size(), stderr);
+    return;
+  }
   std::string error;
   if (appendToFile(file_, line, &error)) {
     failing_ = false;
