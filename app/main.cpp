@@ -4,12 +4,40 @@
 #include <fmt/format.h>
 
 #include "app/decode_command.h"
+#include "app/run_command.h"
 #include "core/version.h"
 
+namespace {
+
+// "--start" as program time; CLI11 gives the text, this checks it.
+std::string checkStart(const std::string& text) {
+  return nimbrel::parseLocalTime(text) ? std::string() : "expected \"YYYY-MM-DD HH:MM:SS\" (local time)";
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
-  CLI::App app{"Nimbrel reads a personal weather station, keeps its records and writes its logs and web files."};
+  CLI::App app{
+      "Nimbrel reads a personal weather station, keeps its records and writes its logs and web files.\n"
+      "Without a command it runs the station program (the same as `nimbrel run`)."};
   app.set_version_flag("--version", fmt::format("nimbrel {} (build {})", nimbrel::kVersion, nimbrel::kBuildNumber));
   app.require_subcommand(0, 1);
+
+  nimbrel::RunOptions run;
+  std::string start;
+  double runFor = 0;
+  app.add_option("--dir", run.dir, "program folder with NIMBREL.INI, logfiles/ and webfiles/ (default: .)");
+  app.add_option("--start", start, "local time the program clock starts at, \"YYYY-MM-DD HH:MM:SS\" (default: now)")
+      ->check(checkStart);
+  app.add_option("--speed", run.speed, "run the clock N times faster than real time (default 1)")
+      ->check(CLI::PositiveNumber);
+  app.add_option("--run-for", runFor, "stop after this many seconds of program time")->check(CLI::PositiveNumber);
+  auto* runCmd = app.add_subcommand(
+      "run",
+      "Run the station program until Ctrl-C or SIGTERM.\n"
+      "Example: nimbrel run --dir /var/lib/nimbrel\n"
+      "Example: nimbrel run --dir test --start \"2026-12-30 23:00:00\" --speed 60 --run-for 7200");
+  runCmd->fallthrough();
 
   nimbrel::DecodeRequest decode;
   auto* decodeCmd = app.add_subcommand(
@@ -23,6 +51,7 @@ int main(int argc, char** argv) {
 
   CLI11_PARSE(app, argc, argv);
   if (decodeCmd->parsed()) return nimbrel::runDecode(decode, stdout, stderr);
-  fmt::print("{}", app.help());
-  return 0;
+  if (!start.empty()) run.start = nimbrel::parseLocalTime(start);
+  if (runFor > 0) run.runForSeconds = runFor;
+  return nimbrel::runStation(run);
 }

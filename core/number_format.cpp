@@ -64,7 +64,7 @@ std::string padded(long long value, int width) { return fmt::format("{:>{}}", va
 
 std::string floatText(double value) {
   if (value == 0.0) return "0";
-  return fmt::format("{}", value);
+  return fmt::format("{:.15g}", value);
 }
 
 bool parseInt(const std::string& text, long long& out) {

@@ -11,9 +11,9 @@ void TextLog::write(std::string_view message) {
   line += ' ';
   line += message;
   line += '\n';
-  if (file_.empty()) {  // a log for the terminal only
+  if (file_.empty() || echo_) {
     std::fwrite(line.data(), 1, line.size(), stderr);
-    return;
+    if (file_.empty()) return;  // a log for the terminal only
   }
   std::string error;
   if (appendToFile(file_, line, &error)) {
@@ -23,7 +23,7 @@ void TextLog::write(std::string_view message) {
   // Say it once per failing spell rather than once per line.
   if (!failing_) std::fprintf(stderr, "nimbrel: log %s unavailable (%s)\n", file_.c_str(), error.c_str());
   failing_ = true;
-  std::fwrite(line.data(), 1, line.size(), stderr);
+  if (!echo_) std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 }  // namespace nimbrel

@@ -17,6 +17,9 @@ class TextLog {
   TextLog(std::filesystem::path file, const Clock& clock) : file_(std::move(file)), clock_(&clock) {}
 
   void write(std::string_view message);
+  // Also show each line on standard error (the program's error log does, so
+  // that a settings mistake is seen on the terminal too).
+  void echoToTerminal(bool on) { echo_ = on; }
   const std::filesystem::path& path() const { return file_; }
   bool failing() const { return failing_; }
 
@@ -24,6 +27,7 @@ class TextLog {
   std::filesystem::path file_;
   const Clock* clock_;
   bool failing_ = false;
+  bool echo_ = false;
 };
 
 inline constexpr const char* kProgramErrorLogName = "programerrorlog.txt";

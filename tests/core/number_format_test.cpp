@@ -62,8 +62,10 @@ TEST(Padded, RightAlignsIntegers) {
   EXPECT_EQ(padded(1234, 2), "1234");
 }
 
-TEST(FloatText, ReadsBackToTheSameValue) {
-  for (double v : {0.0, 0.1, 12.7, -3.25, 1013.2, 123456.789, 1e-7}) {
+TEST(FloatText, FifteenSignificantDigitsThatReadBack) {
+  EXPECT_EQ(floatText(83.5 / 9), "9.27777777777778");
+  EXPECT_EQ(floatText(1024.9616879999999), "1024.961688");
+  for (double v : {0.0, 0.1, 12.7, -3.25, 1013.2, 123456.789}) {
     double back = -1;
     ASSERT_TRUE(parseDouble(floatText(v), back)) << floatText(v);
     EXPECT_EQ(back, v);

@@ -1,0 +1,125 @@
+#include "app/station_program.h"
+
+#include <fmt/format.h>
+
+#include "core/duty.h"
+#include "core/exit_flags.h"
+#include "stations/data_watchdog.h"
+#include "stations/port_settings.h"
+#include "stations/serial_link.h"
+#include "stations/tcp_link.h"
+#include "stations/vantage_options.h"
+
+namespace nimbrel {
+namespace {
+
+constexpr const char* kStationLogName = "stationlog.txt";
+
+TextLog& echoing(TextLog& log) {
+  log.echoToTerminal(true);
+  return log;
+}
+
+}  // namespace
+
+StationProgram::StationProgram(asio::io_context& io, const Clock& clock, const std::filesystem::path& programFolder)
+    : io_(io),
+      clock_(clock),
+      errorLog_(programFolder / kProgramErrorLogName, clock),
+      stores_(programFolder, echoing(errorLog_)),
+      folders_(prepareFolders(programFolder, stores_.main, errorLog_)),
+      stationLog_(folders_.logs / kStationLogName, clock),
+      units_(loadsettings(stores_.main)),
+      station_(selectStation(stores_.main)),
+      cycle_(cycleState_, receive_, errorLog_, station_.code),
+      statistics_(record_, stores_.main, units_, stationLog_) {
+  record_.stationname = units_.connections.stationName;
+}
+
+StationProgram::~StationProgram() = default;
+
+void StationProgram::start() {
+  clearCompanionExitFlags(stores_.registry);
+  statistics_.load(clock_.local());
+  if (station_.code == stationtype::none) {
+    errorLog_.write("the station name \"" + station_.storedName +
+                    "\" (section \"Weather Station Type\" key \"Name\") is not one this program knows; "
+                    "set it to a station name such as \"DAVIS VANTAGE PRO\"; no station data will be read");
+  } else if (station_.code != stationtype::vantagePro) {
+    errorLog_.write(fmt::format("station type {} (\"{}\") has no driver in this version; no station data will be read",
+                                station_.code, station_.storedName));
+  } else {
+    openStationLink();
+  }
+  wireCycle();
+}
+
+void StationProgram::openStationLink() {
+  const PortSettings port = readPortSettings(stores_.main);
+  VantageTransport transport = VantageTransport::Serial;
+  if (station_.vantageOverTcp) {
+    link_ = std::make_unique<TcpLink>(io_, port.tcpipVpAddress, port.tcpipVpPort, errorLog_);
+    transport = VantageTransport::Tcp;
+  } else {
+    link_ = std::make_unique<SerialLink>(io_, serialDevicePath(port), station_.line, errorLog_);
+  }
+  vantage_ = std::make_unique<VantageDriver>(receive_, record_, readVantageOptions(stores_.main), link_.get(),
+                                             stationLog_, transport);
+  vantage_->onReading = [this] { onReading(); };
+  vantage_->currentMaxGust = [this] { return statistics_.todaysHighGust(); };
+  vantage_->onConsoleDailyGust = [this](double knots) { statistics_.raiseHighGust(knots, lastTick_); };
+  link_->start([this](std::span<const std::uint8_t> bytes) { vantage_->receive(bytes, lastTick_); });
+}
+
+// The per-reading routine: a decoded record has arrived.
+void StationProgram::onReading() {
+  cycleState_.reading_received = true;
+  statistics_.onReading();
+}
+
+void StationProgram::wireCycle() {
+  auto& first = cycle_.firstHalf;
+  first.stationPolling.run = [this] {
+    if (vantage_) vantage_->poll(lastTick_);
+  };
+  first.rainRate.run = [this] { statistics_.updateRainRate(lastTick_); };
+  first.onesecondTimer.run = [this] {
+    if (cycleState_.reading_received) statistics_.onesecondTimer(lastTick_);
+  };
+
+  auto& second = cycle_.secondHalf;
+  second.dataWatchdog.run = [this] { Timer2Timer(receive_, {.stationType = station_.code}); };
+  second.rollthedata.run = [this] {
+    if (receive_.processData && cycleState_.start_counter >= 2) statistics_.rollthedata();
+  };
+
+  auto& minute = cycle_.minutePass;
+  minute.maxGustReadings.run = [this] { statistics_.updatemaxgustreadings(lastTick_); };
+  minute.setStationClock.run = [this] {
+    if (vantage_ && stores_.main.readSwitch("Weather Station Type", "set vp time daily") && lastTick_.hour == 4 &&
+        lastTick_.minute == 0)
+      vantage_->checkvptimecount(lastTick_);
+  };
+  minute.tenMinuteWind.run = [this] { statistics_.minuteWind(); };
+  minute.flushSettings.run = [this] {
+    statistics_.saveRainStorage();
+    if (!stores_.flushAll()) throw std::runtime_error("the settings files could not be written");
+  };
+}
+
+void StationProgram::tick(const LocalTime& now) {
+  lastTick_ = now;
+  cycle_.updatetimernewnow(now);
+}
+
+void StationProgram::exit1click() {
+  if (stopped_) return;
+  stopped_ = true;
+  cycleState_.closing = true;
+  raiseCompanionExitFlags(stores_.registry);
+  statistics_.saveRainStorage();
+  stores_.flushAll();
+  if (link_) link_->close();
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,72 @@
+#pragma once
+// The running station program: owns the settings stores, the live record,
+// the receive and cycle state, the statistics and the station link, and
+// wires them into the main cycle. Everything runs on one io_context thread.
+
+#include <asio.hpp>
+
+#include <filesystem>
+#include <memory>
+
+#include "app/program_folders.h"
+#include "core/clock.h"
+#include "core/instance.h"
+#include "core/live_record.h"
+#include "core/text_log.h"
+#include "core/unit_settings.h"
+#include "processing/cycle_state.h"
+#include "processing/main_cycle.h"
+#include "processing/station_statistics.h"
+#include "stations/byte_link.h"
+#include "stations/receive_state.h"
+#include "stations/station_types.h"
+#include "stations/vantage_driver.h"
+
+namespace nimbrel {
+
+class StationProgram {
+ public:
+  StationProgram(asio::io_context& io, const Clock& clock, const std::filesystem::path& programFolder);
+  ~StationProgram();
+
+  // Start: clear the companions' exit flags, load today's values, open the
+  // port. The tick is driven from outside through tick().
+  void start();
+  void tick(const LocalTime& now);
+  // Stop: raise the companions' exit flags, write the rain storage and the
+  // records, flush the settings.
+  void exit1click();
+
+  const LiveRecord& record() const { return record_; }
+  const ProgramFolders& folders() const { return folders_; }
+  std::uint16_t stationType() const { return station_.code; }
+  const VantageDriver* vantage() const { return vantage_.get(); }
+  const StationStatistics& statistics() const { return statistics_; }
+  const MainCycle& cycle() const { return cycle_; }
+
+ private:
+  void openStationLink();
+  void wireCycle();
+  void onReading();
+
+  asio::io_context& io_;
+  const Clock& clock_;
+  TextLog errorLog_;
+  SettingsStores stores_;
+  ProgramFolders folders_;
+  TextLog stationLog_;
+  UnitSettings units_;
+  StationSelection station_;
+
+  LiveRecord record_;
+  ReceiveState receive_;
+  CycleState cycleState_;
+  MainCycle cycle_;
+  StationStatistics statistics_;
+  std::unique_ptr<ByteLink> link_;
+  std::unique_ptr<VantageDriver> vantage_;
+  LocalTime lastTick_;
+  bool stopped_ = false;
+};
+
+}  // namespace nimbrel

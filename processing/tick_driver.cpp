@@ -1,0 +1,41 @@
+#include "processing/tick_driver.h"
+
+namespace nimbrel {
+
+TickDriver::TickDriver(asio::io_context& io, const ScaledClock& clock,
+                       std::function<void(const LocalTime&)> onTick)
+    : timer_(io), clock_(clock), onTick_(std::move(onTick)) {}
+
+void TickDriver::start() {
+  lastSecond_ = std::chrono::floor<std::chrono::seconds>(clock_.now());
+  stopped_ = false;
+  scheduleNext();
+}
+
+void TickDriver::stop() {
+  stopped_ = true;
+  timer_.cancel();
+}
+
+void TickDriver::scheduleNext() {
+  const auto next = lastSecond_ + std::chrono::seconds(1);
+  const auto wait = clock_.realDuration(next - clock_.now());
+  timer_.expires_after(std::max(wait, std::chrono::nanoseconds(0)));
+  timer_.async_wait([this](const asio::error_code& error) {
+    if (!error && !stopped_) onTimer();
+  });
+}
+
+void TickDriver::onTimer() {
+  const auto now = std::chrono::floor<std::chrono::seconds>(clock_.now());
+  if (now - lastSecond_ > std::chrono::seconds(kMostSecondsPerWake))
+    lastSecond_ = now - std::chrono::seconds(kMostSecondsPerWake);
+  while (lastSecond_ < now && !stopped_) {
+    lastSecond_ += std::chrono::seconds(1);
+    ++ticks_;
+    onTick_(toLocalTime(lastSecond_));
+  }
+  if (!stopped_) scheduleNext();
+}
+
+}  // namespace nimbrel

@@ -1,0 +1,36 @@
+#pragma once
+// Drives the one-second tick from the program clock: at speed 1 the tick
+// follows the wall clock, at speed N it comes N times as often. A wake-up
+// that finds the clock several seconds on (a busy machine, a very high speed)
+// ticks each missed second in turn, so that no minute's pass is lost.
+
+#include <asio.hpp>
+
+#include <functional>
+
+#include "core/clock.h"
+
+namespace nimbrel {
+
+class TickDriver {
+ public:
+  static constexpr int kMostSecondsPerWake = 20;
+
+  TickDriver(asio::io_context& io, const ScaledClock& clock, std::function<void(const LocalTime&)> onTick);
+  void start();
+  void stop();
+  std::uint64_t ticks() const { return ticks_; }
+
+ private:
+  void scheduleNext();
+  void onTimer();
+
+  asio::steady_timer timer_;
+  const ScaledClock& clock_;
+  std::function<void(const LocalTime&)> onTick_;
+  std::chrono::sys_seconds lastSecond_{};
+  std::uint64_t ticks_ = 0;
+  bool stopped_ = false;
+};
+
+}  // namespace nimbrel
