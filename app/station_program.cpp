@@ -4,7 +4,7 @@
 
 #include "core/duty.h"
 #include "core/exit_flags.h"
-#include "stations/data_watchdog.h"
+#include "processing/cycle_wiring.h"
 #include "stations/port_settings.h"
 #include "stations/serial_link.h"
 #include "stations/tcp_link.h"
@@ -78,29 +78,16 @@ void StationProgram::onReading() {
 }
 
 void StationProgram::wireCycle() {
-  auto& first = cycle_.firstHalf;
-  first.stationPolling.run = [this] {
+  attachStatistics(cycle_, statistics_, cycleState_, receive_, station_.code, lastTick_);
+  cycle_.firstHalf.stationPolling.run = [this] {
     if (vantage_) vantage_->poll(lastTick_);
   };
-  first.rainRate.run = [this] { statistics_.updateRainRate(lastTick_); };
-  first.onesecondTimer.run = [this] {
-    if (cycleState_.reading_received) statistics_.onesecondTimer(lastTick_);
-  };
-
-  auto& second = cycle_.secondHalf;
-  second.dataWatchdog.run = [this] { Timer2Timer(receive_, {.stationType = station_.code}); };
-  second.rollthedata.run = [this] {
-    if (receive_.processData && cycleState_.start_counter >= 2) statistics_.rollthedata();
-  };
-
   auto& minute = cycle_.minutePass;
-  minute.maxGustReadings.run = [this] { statistics_.updatemaxgustreadings(lastTick_); };
   minute.setStationClock.run = [this] {
     if (vantage_ && stores_.main.readSwitch("Weather Station Type", "set vp time daily") && lastTick_.hour == 4 &&
         lastTick_.minute == 0)
       vantage_->checkvptimecount(lastTick_);
   };
-  minute.tenMinuteWind.run = [this] { statistics_.minuteWind(); };
   minute.flushSettings.run = [this] {
     statistics_.saveRainStorage();
     if (!stores_.flushAll()) throw std::runtime_error("the settings files could not be written");

@@ -81,8 +81,11 @@ void StationStatistics::minuteWind() { tenMinute_.push(record_.windsamples.mean(
 
 void StationStatistics::saveRainStorage() { rain_.save(record_, main_); }
 
+// The console's own daily high gust; it waits for the first reading, so that
+// the other quantities compared alongside it are real.
 void StationStatistics::raiseHighGust(double knots, const LocalTime& now) {
-  LiveRecord withConsoleHigh = record_;
+  if (!accepted_) return;
+  LiveRecord withConsoleHigh = *accepted_;
   withConsoleHigh.windgust = knots;
   extremes_.check_data(withConsoleHigh, now, usaTimes(), main_, averageForDailyMax());
 }
