@@ -53,6 +53,7 @@ class VantageEndToEnd : public ::testing::TestWithParam<std::tuple<Transport, bo
     sim::ConsoleOptions consoleOptions;
     consoleOptions.revb = revb;
     consoleOptions.seed = 7;
+    consoleOptions.faults = faults;
     sim::Console console(clock, consoleOptions);
     console.onSent([&](const sim::SentPacket& p) { sent[p.sequence] = p.reading; });
     sim::ServerOptions serverOptions;
@@ -115,6 +116,7 @@ class VantageEndToEnd : public ::testing::TestWithParam<std::tuple<Transport, bo
   }
 
   testsupport::TempFolder dir;
+  sim::FaultSettings faults;
   asio::io_context io;
   std::map<std::uint64_t, sim::ConsoleReading> sent;
   std::vector<Decoded> decoded;
@@ -139,6 +141,20 @@ TEST_P(VantageEndToEnd, EveryPacketAfterTheFirstTwoIsDecodedWithTheValuesSent) {
   std::vector<std::uint64_t> expected;
   for (std::uint64_t s = 3; s <= fromThird.back(); ++s) expected.push_back(s);
   EXPECT_EQ(fromThird, expected);
+}
+
+// Bad CRCs, packets cut in two and garbage between packets: what is decoded
+// is always exactly what was sent, and the stream recovers each time.
+TEST_P(VantageEndToEnd, FaultsNeverLetAWrongValueThrough) {
+  faults.badCrcRate = 0.15;
+  faults.splitRate = 0.2;
+  faults.garbageRate = 0.15;
+  runFor(200s);
+  ASSERT_GE(sent.size(), 90u);
+  const auto sequences = decodedSequences();
+  EXPECT_EQ(sequences.size(), decoded.size()) << "a decoded record matches no packet sent";
+  EXPECT_GT(rejected, 0u);
+  EXPECT_GE(decoded.size(), sent.size() / 2) << "the stream did not recover after the faults";
 }
 
 INSTANTIATE_TEST_SUITE_P(TransportsAndHeaders, VantageEndToEnd,
