@@ -22,7 +22,10 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr double kSpeed = 100;  // one program second every 10 ms
+// The strict test runs slower, so that a loaded machine (sanitizers, other
+// jobs) still answers the console within a program second or two.
+constexpr double kStrictSpeed = 25;
+constexpr double kFaultSpeed = 100;
 
 enum class Transport { Pty, Tcp };
 
@@ -46,9 +49,9 @@ Decoded expectedFrom(const sim::ConsoleReading& r) {
 
 class VantageEndToEnd : public ::testing::TestWithParam<std::tuple<Transport, bool>> {
  protected:
-  void runFor(std::chrono::seconds programTime) {
+  void runFor(std::chrono::seconds programTime, double speed) {
     const auto [transport, revb] = GetParam();
-    ScaledClock clock(fromLocalTime(2026, 7, 1, 12, 0, 0), kSpeed);
+    ScaledClock clock(fromLocalTime(2026, 7, 1, 12, 0, 0), speed);
     TextLog log(dir / "log.txt", clock);
     sim::ConsoleOptions consoleOptions;
     consoleOptions.revb = revb;
@@ -57,7 +60,7 @@ class VantageEndToEnd : public ::testing::TestWithParam<std::tuple<Transport, bo
     sim::Console console(clock, consoleOptions);
     console.onSent([&](const sim::SentPacket& p) { sent[p.sequence] = p.reading; });
     sim::ServerOptions serverOptions;
-    serverOptions.clockSpeed = kSpeed;
+    serverOptions.clockSpeed = speed;
 
     std::unique_ptr<sim::TcpConsoleServer> tcpServer;
     std::unique_ptr<sim::PtyConsoleServer> ptyServer;
@@ -124,8 +127,8 @@ class VantageEndToEnd : public ::testing::TestWithParam<std::tuple<Transport, bo
 };
 
 TEST_P(VantageEndToEnd, EveryPacketAfterTheFirstTwoIsDecodedWithTheValuesSent) {
-  runFor(60s);
-  ASSERT_GE(sent.size(), 25u) << "the console sent too little";
+  runFor(40s, kStrictSpeed);
+  ASSERT_GE(sent.size(), 15u) << "the console sent too little";
   EXPECT_EQ(rejected, 0u);
   const auto sequences = decodedSequences();
   ASSERT_EQ(sequences.size(), decoded.size()) << "a decoded record matches no packet sent";
@@ -149,7 +152,7 @@ TEST_P(VantageEndToEnd, FaultsNeverLetAWrongValueThrough) {
   faults.badCrcRate = 0.15;
   faults.splitRate = 0.2;
   faults.garbageRate = 0.15;
-  runFor(200s);
+  runFor(200s, kFaultSpeed);
   ASSERT_GE(sent.size(), 90u);
   const auto sequences = decodedSequences();
   EXPECT_EQ(sequences.size(), decoded.size()) << "a decoded record matches no packet sent";
