@@ -32,7 +32,12 @@ StationProgram::StationProgram(asio::io_context& io, const Clock& clock, const s
       units_(loadsettings(stores_.main)),
       station_(selectStation(stores_.main)),
       cycle_(cycleState_, receive_, errorLog_, station_.code),
-      statistics_(record_, stores_.main, units_, stationLog_) {
+      statistics_(record_, stores_.main, units_, stationLog_),
+      housekeeping_({record_, statistics_.extremes(), statistics_.rain(), stores_.main, cycleState_, units_,
+                     stationLog_, errorLog_,
+                     HousekeepingFiles{programFolder, programFolder / stores_.names.mainSettings, folders_.logs}}),
+      dataFiles_({record_, statistics_, stores_.main, stores_.registry, units_, errorLog_, stationLog_, folders_.logs,
+                  folders_.webfiles, station_.code, station_.code == stationtype::vantagePro}) {
   record_.stationname = units_.connections.stationName;
 }
 
@@ -40,7 +45,10 @@ StationProgram::~StationProgram() = default;
 
 void StationProgram::start() {
   clearCompanionExitFlags(stores_.registry);
-  statistics_.load(clock_.local());
+  const LocalTime now = clock_.local();
+  lastTick_ = now;
+  statistics_.load(now);
+  runDutyWithMessage(errorLog_, "error with house keeping ", [&] { housekeeping_.resetOnStart(now); });
   if (station_.code == stationtype::none) {
     errorLog_.write("the station name \"" + station_.storedName +
                     "\" (section \"Weather Station Type\" key \"Name\") is not one this program knows; "
@@ -79,6 +87,7 @@ void StationProgram::onReading() {
 
 void StationProgram::wireCycle() {
   attachStatistics(cycle_, statistics_, cycleState_, receive_, station_.code, lastTick_);
+  dataFiles_.attach(cycle_, lastTick_, receive_.processData);
   cycle_.firstHalf.stationPolling.run = [this] {
     if (vantage_) vantage_->poll(lastTick_);
   };
@@ -88,10 +97,19 @@ void StationProgram::wireCycle() {
         lastTick_.minute == 0)
       vantage_->checkvptimecount(lastTick_);
   };
+  minute.housekeeping.run = [this] {
+    housekeeping_.housekeeping(lastTick_);
+    statistics_.checkRecordPeriods(lastTick_);
+  };
+  minute.records.run = [this] { saveRecords(); };
   minute.flushSettings.run = [this] {
     statistics_.saveRainStorage();
     if (!stores_.flushAll()) throw std::runtime_error("the settings files could not be written");
   };
+}
+
+void StationProgram::saveRecords() {
+  statistics_.saveRecords({folders_.program / stores_.names.mainSettings, folders_.program});
 }
 
 void StationProgram::tick(const LocalTime& now) {
@@ -105,6 +123,7 @@ void StationProgram::exit1click() {
   cycleState_.closing = true;
   raiseCompanionExitFlags(stores_.registry);
   statistics_.saveRainStorage();
+  runDutyWithMessage(errorLog_, "error with saverecordstoinifile ", [this] { saveRecords(); });
   stores_.flushAll();
   if (link_) link_->close();
 }

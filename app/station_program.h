@@ -14,7 +14,9 @@
 #include "core/live_record.h"
 #include "core/text_log.h"
 #include "core/unit_settings.h"
+#include "datafiles/data_file_writers.h"
 #include "processing/cycle_state.h"
+#include "processing/housekeeping.h"
 #include "processing/main_cycle.h"
 #include "processing/station_statistics.h"
 #include "stations/byte_link.h"
@@ -43,11 +45,13 @@ class StationProgram {
   const VantageDriver* vantage() const { return vantage_.get(); }
   const StationStatistics& statistics() const { return statistics_; }
   const MainCycle& cycle() const { return cycle_; }
+  const DataFileWriters& dataFiles() const { return dataFiles_; }
 
  private:
   void openStationLink();
   void wireCycle();
   void onReading();
+  void saveRecords();
 
   asio::io_context& io_;
   const Clock& clock_;
@@ -63,6 +67,8 @@ class StationProgram {
   CycleState cycleState_;
   MainCycle cycle_;
   StationStatistics statistics_;
+  Housekeeping housekeeping_;
+  DataFileWriters dataFiles_;
   std::unique_ptr<ByteLink> link_;
   std::unique_ptr<VantageDriver> vantage_;
   LocalTime lastTick_;

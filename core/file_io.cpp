@@ -33,14 +33,16 @@ std::filesystem::path temporaryNameFor(const std::filesystem::path& target) {
 
 }  // namespace
 
-bool writeFileAtomically(const std::filesystem::path& target, std::string_view content,
-                         std::string* error) {
+bool writeFileAtomically(const std::filesystem::path& target, std::string_view content, std::string* error,
+                         Durability durability) {
   const auto tmp = temporaryNameFor(target);
   {
     FilePtr f(std::fopen(tmp.c_str(), "wb"));
     if (!f) return fail(error, describe(tmp, "cannot create"));
     const bool written = std::fwrite(content.data(), 1, content.size(), f.get()) == content.size();
-    if (!written || !platform::syncToDisk(f.get())) {
+    const bool flushed =
+        durability == Durability::Synced ? platform::syncToDisk(f.get()) : std::fflush(f.get()) == 0;
+    if (!written || !flushed) {
       std::string why = describe(tmp, "cannot write");
       f.reset();
       std::error_code ec;
@@ -58,10 +60,10 @@ bool writeFileAtomically(const std::filesystem::path& target, std::string_view c
 }
 
 bool copyFileAtomically(const std::filesystem::path& source, const std::filesystem::path& target,
-                        std::string* error) {
+                        std::string* error, Durability durability) {
   auto content = readWholeFile(source, error);
   if (!content) return false;
-  return writeFileAtomically(target, *content, error);
+  return writeFileAtomically(target, *content, error, durability);
 }
 
 bool appendToFile(const std::filesystem::path& target, std::string_view text, std::string* error) {

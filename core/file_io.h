@@ -10,14 +10,21 @@
 
 namespace nimbrel {
 
+// Synced: the data reach the disk before the rename (settings, records), so
+// a power cut leaves the old or the new file. Cached: the rename alone, for
+// files rewritten every few seconds (clientraw) whose readers only need never
+// to see half a file; forcing those to disk would wear out a small board's
+// card and slow a fast-running clock.
+enum class Durability { Synced, Cached };
+
 // Replaces `target` with `content`. On failure the old file is untouched,
 // the temporary file is removed and `error` (when given) says why.
 bool writeFileAtomically(const std::filesystem::path& target, std::string_view content,
-                         std::string* error = nullptr);
+                         std::string* error = nullptr, Durability durability = Durability::Synced);
 
 // Copies `source` over `target` through a temporary file in the target's folder.
 bool copyFileAtomically(const std::filesystem::path& source, const std::filesystem::path& target,
-                        std::string* error = nullptr);
+                        std::string* error = nullptr, Durability durability = Durability::Synced);
 
 // Appends `text` to `target`, creating it when missing.
 bool appendToFile(const std::filesystem::path& target, std::string_view text,

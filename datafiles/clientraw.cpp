@@ -66,21 +66,22 @@ void writeToWebFolder(const std::string& line, const fs::path& webFolder, FileSt
   const fs::path temporary = webFolder / clientraw::kTempFileName;
   std::string error;
   errno = 0;
-  if (!steps.run(writeFileAtomically(temporary, line, &error), error)) return;
+  if (!steps.run(writeFileAtomically(temporary, line, &error, Durability::Cached), error)) return;
   errno = 0;
-  steps.run(copyFileAtomically(temporary, webFolder / clientraw::kFileName, &error), error);
+  steps.run(copyFileAtomically(temporary, webFolder / clientraw::kFileName, &error, Durability::Cached), error);
 }
 
 void copyToSecondFolder(const fs::path& webFolder, const fs::path& secondFolder, bool withCustom,
                         FileSteps& steps) {
   std::string error;
   errno = 0;
-  steps.run(copyFileAtomically(webFolder / clientraw::kFileName, secondFolder / clientraw::kFileName, &error),
+  steps.run(copyFileAtomically(webFolder / clientraw::kFileName, secondFolder / clientraw::kFileName, &error,
+                               Durability::Cached),
             error);
   if (!withCustom) return;
   errno = 0;
   steps.run(copyFileAtomically(webFolder / clientraw::kCustomFileName, secondFolder / clientraw::kCustomFileName,
-                               &error),
+                               &error, Durability::Cached),
             error);
 }
 

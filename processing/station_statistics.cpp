@@ -1,5 +1,7 @@
 #include "processing/station_statistics.h"
 
+#include <fmt/format.h>
+
 #include "core/log_formulas.h"
 #include "core/text_log.h"
 #include "core/weather_utils.h"
@@ -22,9 +24,11 @@ StationStatistics::StationStatistics(LiveRecord& record, SettingsStore& mainSett
       series_(readSpikeLimits(mainSettings)),
       rain_(stationLog) {}
 
-void StationStatistics::load(const LocalTime&) {
+void StationStatistics::load(const LocalTime& now) {
   extremes_.load(main_);
   rain_.load(main_, record_);
+  records_.load(main_);
+  checkRecordPeriods(now);
 }
 
 bool StationStatistics::usaTimes() const { return units_.units.date == UnitSystem::usa; }
@@ -54,6 +58,7 @@ void StationStatistics::onesecondTimer(const LocalTime& now) {
   record_.gustsamples.push(record_.windgust);
   lastHourWind_.noteReading(record_.windspeed, record_.windgust);
   extremes_.check_data(record_, now, usaTimes(), main_, averageForDailyMax());
+  records_.compare(record_, now, averageForDailyMax());
 }
 
 void StationStatistics::updateRainRate(const LocalTime& now) {
@@ -80,6 +85,27 @@ LastHourMaximum StationStatistics::updatemaxgustreadings(const LocalTime& now) {
 void StationStatistics::minuteWind() { tenMinute_.push(record_.windsamples.mean()); }
 
 void StationStatistics::saveRainStorage() { rain_.save(record_, main_); }
+
+void StationStatistics::saveRecords(const RecordsBackup& backup) {
+  RunningValues running;
+  running.rain = RunningValues::Rain{record_.dailyrain, record_.monthlyrain, record_.yearlyrain};
+  running.lastMaxRainRate = rain_.maxRainRate();
+  saverecordstoinifile(records_, running, main_, backup);
+  saveoldrecordstoinifile(records_, main_);
+}
+
+// "House keeping"/"records month" holds the month (YYYY-MM) the month and
+// year sets belong to.
+void StationStatistics::checkRecordPeriods(const LocalTime& now) {
+  const std::string month = fmt::format("{:04}-{:02}", now.year, now.month);
+  const std::string stored = main_.ReadString("House keeping", "records month");
+  if (stored == month) return;
+  if (!stored.empty()) {
+    if (stored.substr(0, 4) != month.substr(0, 4)) records_.resetYear(main_);
+    records_.resetMonth(main_);
+  }
+  main_.WriteString("House keeping", "records month", month);
+}
 
 // The console's own daily high gust; it waits for the first reading, so that
 // the other quantities compared alongside it are real.

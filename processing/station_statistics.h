@@ -13,6 +13,8 @@
 #include "processing/absolute_limits.h"
 #include "processing/daily_extremes.h"
 #include "processing/rain_totals.h"
+#include "processing/record_book.h"
+#include "processing/records_save.h"
 #include "processing/spike_filter.h"
 #include "processing/wind_average.h"
 #include "processing/wind_history.h"
@@ -39,15 +41,23 @@ class StationStatistics {
   LastHourMaximum updatemaxgustreadings(const LocalTime& now);
   void minuteWind();
   void saveRainStorage();
+  // The records: written once a minute and at stop; their month and year
+  // sets end with the calendar month and year (also one that ended while the
+  // program was off).
+  void saveRecords(const RecordsBackup& backup);
+  void checkRecordPeriods(const LocalTime& now);
 
   double todaysHighGust() const { return extremes_.todaysHighGust().value_or(0.0); }
   void raiseHighGust(double knots, const LocalTime& now);
   double tenMinuteAverage() const { return mainform::avgwind10min(tenMinute_); }
 
   const DailyExtremes& extremes() const { return extremes_; }
+  DailyExtremes& extremes() { return extremes_; }  // for the day's rollover
   const ShortTermSeries& series() const { return series_; }
   const RainTotals& rain() const { return rain_; }
+  RainTotals& rain() { return rain_; }  // for the day's rollover
   const LastHourMaximum& lastHour() const { return lastHourMaximum_; }
+  const RecordBook& records() const { return records_; }
 
  private:
   void derive();
@@ -65,6 +75,7 @@ class StationStatistics {
   LastHourMaximum lastHourMaximum_;
   MinuteWindSeries tenMinute_;
   RainTotals rain_;
+  RecordBook records_;
   std::optional<LiveRecord> accepted_;  // the last reading that passed the limits
 };
 
