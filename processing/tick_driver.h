@@ -14,7 +14,7 @@ namespace nimbrel {
 
 class TickDriver {
  public:
-  static constexpr int kMostSecondsPerWake = 20;
+  static constexpr int kMostSecondsPerWake = 120;
 
   TickDriver(asio::io_context& io, const ScaledClock& clock, std::function<void(const LocalTime&)> onTick);
   void start();
