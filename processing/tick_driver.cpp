@@ -1,5 +1,7 @@
 #include "processing/tick_driver.h"
 
+#include <algorithm>
+
 namespace nimbrel {
 
 TickDriver::TickDriver(asio::io_context& io, const ScaledClock& clock,
@@ -26,10 +28,14 @@ void TickDriver::scheduleNext() {
   });
 }
 
+std::chrono::seconds TickDriver::catchUpLimit() const {
+  const auto atSpeed = static_cast<long long>(clock_.speed() * kMostRealSecondsPerWake);
+  return std::chrono::seconds(std::max<long long>(kMostSecondsPerWake, atSpeed));
+}
+
 void TickDriver::onTimer() {
   const auto now = std::chrono::floor<std::chrono::seconds>(clock_.now());
-  if (now - lastSecond_ > std::chrono::seconds(kMostSecondsPerWake))
-    lastSecond_ = now - std::chrono::seconds(kMostSecondsPerWake);
+  if (now - lastSecond_ > catchUpLimit()) lastSecond_ = now - catchUpLimit();
   while (lastSecond_ < now && !stopped_) {
     lastSecond_ += std::chrono::seconds(1);
     ++ticks_;

@@ -1,8 +1,10 @@
 #pragma once
 // Drives the one-second tick from the program clock: at speed 1 the tick
 // follows the wall clock, at speed N it comes N times as often. A wake-up
-// that finds the clock several seconds on (a busy machine, a very high speed)
-// ticks each missed second in turn, so that no minute's pass is lost.
+// that finds the clock several seconds on (a busy machine, a slow disk at a
+// very high speed) ticks each missed second in turn, so that no minute's
+// pass is lost: up to two minutes, or half a second of real time at high
+// speeds. A longer gap (a machine that slept) is skipped, not replayed.
 
 #include <asio.hpp>
 
@@ -15,6 +17,7 @@ namespace nimbrel {
 class TickDriver {
  public:
   static constexpr int kMostSecondsPerWake = 120;
+  static constexpr double kMostRealSecondsPerWake = 0.5;
 
   TickDriver(asio::io_context& io, const ScaledClock& clock, std::function<void(const LocalTime&)> onTick);
   void start();
@@ -23,6 +26,7 @@ class TickDriver {
 
  private:
   void scheduleNext();
+  std::chrono::seconds catchUpLimit() const;
   void onTimer();
 
   asio::steady_timer timer_;
