@@ -63,7 +63,9 @@ TEST(VantageFraming, EveryPacketAfterTheFirstIsDecodedWhenTheNextHeaderArrives) 
     // The first packet only brings alignment; the last waits for a header.
     EXPECT_EQ(h.directions, (std::vector<int>{101, 102, 103, 104, 105, 106, 107, 108})) << "revb " << revb;
     EXPECT_EQ(h.badCrc, 0);
-    if (revb) EXPECT_EQ(h.record.barotrend, 20);
+    if (revb) {
+      EXPECT_EQ(h.record.barotrend, 20);
+    }
   }
 }
 
