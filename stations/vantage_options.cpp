@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "core/number_format.h"
+#include "core/settings_fields.h"
 #include "core/settings_store.h"
 
 namespace nimbrel {
@@ -10,28 +10,26 @@ namespace {
 
 constexpr const char* kSection = "Weather Station Type";
 
-int readInt(const SettingsStore& s, const char* section, const std::string& key, int fallback) {
-  long long value = 0;
-  return parseInt(s.ReadString(section, key), value) ? static_cast<int>(value) : fallback;
-}
-
 }  // namespace
 
 VantageOptions readVantageOptions(const SettingsStore& s) {
   VantageOptions o;
-  o.revb = s.readSwitch(kSection, "use revb");
-  o.extraSensors = s.readSwitch(kSection, "Vantage pro extra sensors");
-  o.maxWindKnots = readInt(s, "New readings limits", "max speed", 150);
-  o.insideHumidityOffset = readInt(s, kSection, "vp inside hum offset", 0);
+  FieldLoader load(s);
+  load.onOff(kSection, "use revb", o.revb);
+  load.onOff(kSection, "Vantage pro extra sensors", o.extraSensors);
+  int maxWind = static_cast<int>(o.maxWindKnots);
+  load.integer("New readings limits", "max speed", maxWind, 1);
+  o.maxWindKnots = maxWind;
+  load.integer(kSection, "vp inside hum offset", o.insideHumidityOffset);
   for (int i = 1; i <= 7; ++i)
-    o.extraTempOffsetTenths[i] = readInt(s, kSection, "vp extra temp offset " + std::to_string(i), 0);
+    load.integer(kSection, "vp extra temp offset " + std::to_string(i), o.extraTempOffsetTenths[i]);
   for (int i = 1; i <= 3; ++i)
-    o.extraHumidityOffset[i] = readInt(s, kSection, "vp extra hum offset " + std::to_string(i), 0);
-  o.rainClicksPerInch = readInt(s, kSection, "vp rain clicks per inch", 100);
-  if (o.rainClicksPerInch <= 0) o.rainClicksPerInch = 100;
-  o.solarOff = s.readSwitch(kSection, "vp no solar");
-  o.earlyHighGustCheck = s.readSwitch(kSection, "vp early high gust check");
-  o.rawLogging = s.readSwitch(kSection, "raw data logging");
+    load.integer(kSection, "vp extra hum offset " + std::to_string(i), o.extraHumidityOffset[i]);
+  load.integer(kSection, "vp rain clicks per inch", o.rainClicksPerInch);
+  if (o.rainClicksPerInch <= 0) o.rainClicksPerInch = 100;  // 0 also means a 0.01 in bucket
+  load.onOff(kSection, "vp no solar", o.solarOff);
+  load.onOff(kSection, "vp early high gust check", o.earlyHighGustCheck);
+  load.onOff(kSection, "raw data logging", o.rawLogging);
   return o;
 }
 

@@ -187,3 +187,25 @@ TEST(VantageHilows, AnEarlyMorningHighIsIgnoredLateInTheDayWhenAsked) {
 
 }  // namespace
 }  // namespace nimbrel
+
+#include "support/memory_settings_store.h"
+
+namespace nimbrel {
+namespace {
+
+TEST(VantageOptionsTest, ReadsTheOwnersKeysAndKeepsDefaultsForBadText) {
+  testsupport::MemorySettingsStore s;
+  s.WriteString("Weather Station Type", "use revb", "yes");
+  s.WriteString("Weather Station Type", "vp rain clicks per inch", "0");
+  s.WriteString("Weather Station Type", "vp extra temp offset 2", "-5");
+  s.WriteString("New readings limits", "max speed", "fast");
+  const VantageOptions o = readVantageOptions(s);
+  EXPECT_TRUE(o.revb);
+  EXPECT_EQ(o.rainClicksPerInch, 100);
+  EXPECT_EQ(o.extraTempOffsetTenths[2], -5);
+  EXPECT_EQ(o.maxWindKnots, 150);
+  EXPECT_FALSE(o.extraSensors);
+}
+
+}  // namespace
+}  // namespace nimbrel
