@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "app/decode_command.h"
+#include "app/demo_command.h"
 #include "app/run_command.h"
 #include "core/version.h"
 
@@ -39,6 +40,23 @@ int main(int argc, char** argv) {
       "Example: nimbrel run --dir test --start \"2026-12-30 23:00:00\" --speed 60 --run-for 7200");
   runCmd->fallthrough();
 
+  nimbrel::DemoOptions demo;
+  std::string demoStart;
+  double demoRunFor = 0;
+  auto* demoCmd = app.add_subcommand(
+      "demo",
+      "Run the program against a simulated Davis Vantage Pro console inside it, then list the files written.\n"
+      "A folder without settings gets a NIMBREL.INI for the simulated station.\n"
+      "Example: nimbrel demo --run-for 3600          (an hour of program time in a minute)\n"
+      "Example: nimbrel demo --dir /tmp/demo --speed 1440 --run-for 86400   (a day in a minute)");
+  demoCmd->add_option("--dir", demo.dir, "program folder of the demo (default: ./nimbrel-demo)");
+  demoCmd->add_option("--speed", demo.speed, "run the clock N times faster than real time (default 60)")
+      ->check(CLI::PositiveNumber);
+  demoCmd->add_option("--run-for", demoRunFor, "stop after this many seconds of program time (default: Ctrl-C)")
+      ->check(CLI::PositiveNumber);
+  demoCmd->add_option("--start", demoStart, "local time the program clock starts at (default: now)")
+      ->check(checkStart);
+
   nimbrel::DecodeRequest decode;
   auto* decodeCmd = app.add_subcommand(
       "decode",
@@ -51,6 +69,11 @@ int main(int argc, char** argv) {
 
   CLI11_PARSE(app, argc, argv);
   if (decodeCmd->parsed()) return nimbrel::runDecode(decode, stdout, stderr);
+  if (demoCmd->parsed()) {
+    if (!demoStart.empty()) demo.start = nimbrel::parseLocalTime(demoStart);
+    if (demoRunFor > 0) demo.runForSeconds = demoRunFor;
+    return nimbrel::runDemo(demo, stdout);
+  }
   if (!start.empty()) run.start = nimbrel::parseLocalTime(start);
   if (runFor > 0) run.runForSeconds = runFor;
   return nimbrel::runStation(run);

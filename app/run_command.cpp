@@ -1,33 +1,41 @@
 #include "app/run_command.h"
 
-#include <asio.hpp>
 #include <fmt/format.h>
 
 #include <csignal>
 
 #include "app/station_program.h"
+#include "app/terminal_status.h"
 #include "processing/tick_driver.h"
 
 namespace nimbrel {
 
 int runStation(const RunOptions& options) {
   asio::io_context io;
-  const SystemTime start = options.start.value_or(std::chrono::system_clock::now());
-  ScaledClock clock(start, options.speed);
+  ScaledClock clock(options.start.value_or(std::chrono::system_clock::now()), options.speed);
+  return runStationOn(io, clock, options, {});
+}
+
+int runStationOn(asio::io_context& io, ScaledClock& clock, const RunOptions& options, const RunHooks& hooks) {
+  const SystemTime start = clock.now();
   StationProgram program(io, clock, options.dir);
+  TerminalStatus status(program, stdout, ticksPerRedrawAt(options.speed));
   program.start();
 
   asio::signal_set signals(io, SIGINT, SIGTERM);
   std::function<void()> stop;
   TickDriver ticks(io, clock, [&](const LocalTime& now) {
     program.tick(now);
+    status.update(now);
     if (options.runForSeconds && clock.now() - start >= std::chrono::duration<double>(*options.runForSeconds))
       stop();
   });
   stop = [&] {
     ticks.stop();
     signals.cancel();
+    status.close();
     program.exit1click();
+    if (hooks.onStop) hooks.onStop();
     io.stop();
   };
   signals.async_wait([&](const asio::error_code& error, int) {
@@ -35,6 +43,7 @@ int runStation(const RunOptions& options) {
   });
   ticks.start();
   io.run();
+  if (hooks.onFinished) hooks.onFinished(program);
   return 0;
 }
 

@@ -46,6 +46,7 @@ class StationProgram {
   const StationStatistics& statistics() const { return statistics_; }
   const MainCycle& cycle() const { return cycle_; }
   const DataFileWriters& dataFiles() const { return dataFiles_; }
+  TextLog& errorLog() { return errorLog_; }
 
  private:
   void openStationLink();

@@ -12,7 +12,7 @@ void TextLog::write(std::string_view message) {
   line += message;
   line += '\n';
   if (file_.empty() || echo_) {
-    std::fwrite(line.data(), 1, line.size(), stderr);
+    echo(line);
     if (file_.empty()) return;  // a log for the terminal only
   }
   std::string error;
@@ -23,7 +23,15 @@ void TextLog::write(std::string_view message) {
   // Say it once per failing spell rather than once per line.
   if (!failing_) std::fprintf(stderr, "nimbrel: log %s unavailable (%s)\n", file_.c_str(), error.c_str());
   failing_ = true;
-  if (!echo_) std::fwrite(line.data(), 1, line.size(), stderr);
+  if (!echo_) echo(line);
+}
+
+void TextLog::echo(std::string_view line) const {
+  if (echoSink_) {
+    echoSink_(line);
+    return;
+  }
+  std::fwrite(line.data(), 1, line.size(), stderr);
 }
 
 }  // namespace nimbrel

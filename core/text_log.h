@@ -5,6 +5,7 @@
 // that a full disk never stops the program.
 
 #include <filesystem>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -20,14 +21,21 @@ class TextLog {
   // Also show each line on standard error (the program's error log does, so
   // that a settings mistake is seen on the terminal too).
   void echoToTerminal(bool on) { echo_ = on; }
+  // Where echoed lines go instead of standard error (the terminal status
+  // line clears itself around them); empty for standard error again.
+  using EchoSink = std::function<void(std::string_view line)>;
+  void echoThrough(EchoSink sink) { echoSink_ = std::move(sink); }
   const std::filesystem::path& path() const { return file_; }
   bool failing() const { return failing_; }
 
  private:
+  void echo(std::string_view line) const;
+
   std::filesystem::path file_;
   const Clock* clock_;
   bool failing_ = false;
   bool echo_ = false;
+  EchoSink echoSink_;
 };
 
 inline constexpr const char* kProgramErrorLogName = "programerrorlog.txt";

@@ -1,0 +1,44 @@
+#pragma once
+// Keeps the status line up to date in place on an interactive terminal,
+// a few times a second of real time whatever the clock's speed. Lines of the
+// error log are printed above it. Off a terminal it does nothing.
+
+#include <cstdio>
+#include <string_view>
+
+#include "core/clock.h"
+
+namespace nimbrel {
+
+class StationProgram;
+
+class TerminalStatus {
+ public:
+  // `ticksPerRedraw`: program seconds between redraws.
+  TerminalStatus(StationProgram& program, std::FILE* terminal, int ticksPerRedraw);
+  ~TerminalStatus();
+  TerminalStatus(const TerminalStatus&) = delete;
+  TerminalStatus& operator=(const TerminalStatus&) = delete;
+
+  bool active() const { return active_; }
+  void update(const LocalTime& now);
+  // Leaves the last line standing and stops drawing.
+  void close();
+
+ private:
+  void draw(const LocalTime& now);
+  void printAbove(std::string_view line);
+
+  StationProgram& program_;
+  std::FILE* terminal_;
+  int ticksPerRedraw_;
+  int ticksSinceDraw_ = 0;
+  bool active_;
+  bool shown_ = false;
+  LocalTime lastDrawn_;
+};
+
+// Redraws about four times a real second at `speed` program seconds per second.
+int ticksPerRedrawAt(double speed);
+
+}  // namespace nimbrel
