@@ -109,7 +109,7 @@ void StationProgram::wireCycle() {
 }
 
 void StationProgram::saveRecords() {
-  statistics_.saveRecords({folders_.program / stores_.names.mainSettings, folders_.program});
+  statistics_.saveRecords({folders_.program / stores_.names.mainSettings, folders_.program, &recordsBackupText_});
 }
 
 void StationProgram::tick(const LocalTime& now) {

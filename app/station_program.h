@@ -73,6 +73,7 @@ class StationProgram {
   std::unique_ptr<ByteLink> link_;
   std::unique_ptr<VantageDriver> vantage_;
   LocalTime lastTick_;
+  std::string recordsBackupText_;
   bool stopped_ = false;
 };
 

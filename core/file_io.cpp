@@ -66,6 +66,14 @@ bool copyFileAtomically(const std::filesystem::path& source, const std::filesyst
   return writeFileAtomically(target, *content, error, durability);
 }
 
+bool overwriteFile(const std::filesystem::path& target, std::string_view content, std::string* error) {
+  FilePtr f(std::fopen(target.c_str(), "wb"));
+  if (!f) return fail(error, describe(target, "cannot create"));
+  if (std::fwrite(content.data(), 1, content.size(), f.get()) != content.size() || std::fflush(f.get()) != 0)
+    return fail(error, describe(target, "cannot write"));
+  return true;
+}
+
 bool appendToFile(const std::filesystem::path& target, std::string_view text, std::string* error) {
   FilePtr f(std::fopen(target.c_str(), "ab"));
   if (!f) return fail(error, describe(target, "cannot open"));

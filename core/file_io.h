@@ -26,6 +26,10 @@ bool writeFileAtomically(const std::filesystem::path& target, std::string_view c
 bool copyFileAtomically(const std::filesystem::path& source, const std::filesystem::path& target,
                         std::string* error = nullptr, Durability durability = Durability::Synced);
 
+// Overwrites `target` in place with `content`: for scratch files nobody
+// reads while they are written, where the cost of a rename is not worth it.
+bool overwriteFile(const std::filesystem::path& target, std::string_view content, std::string* error = nullptr);
+
 // Appends `text` to `target`, creating it when missing.
 bool appendToFile(const std::filesystem::path& target, std::string_view text,
                   std::string* error = nullptr);

@@ -66,9 +66,11 @@ void writeToWebFolder(const std::string& line, const fs::path& webFolder, FileSt
   const fs::path temporary = webFolder / clientraw::kTempFileName;
   std::string error;
   errno = 0;
-  if (!steps.run(writeFileAtomically(temporary, line, &error, Durability::Cached), error)) return;
+  // The temporary file is written first and then "copied" into place; the copy
+  // is made from the text in hand rather than read back from the disk.
+  if (!steps.run(overwriteFile(temporary, line, &error), error)) return;
   errno = 0;
-  steps.run(copyFileAtomically(temporary, webFolder / clientraw::kFileName, &error, Durability::Cached), error);
+  steps.run(writeFileAtomically(webFolder / clientraw::kFileName, line, &error, Durability::Cached), error);
 }
 
 void copyToSecondFolder(const fs::path& webFolder, const fs::path& secondFolder, bool withCustom,

@@ -18,8 +18,13 @@ std::string makeBackup(const RecordsBackup& backup) {
   std::error_code ec;
   if (!std::filesystem::exists(backup.mainSettingsFile, ec)) return {};
   std::string error;
-  if (copyFileAtomically(backup.mainSettingsFile, backup.programFolder / kRecordsBackupName, &error)) return {};
-  return error.empty() ? "unknown error" : error;
+  auto text = readWholeFile(backup.mainSettingsFile, &error);
+  if (!text) return error.empty() ? "unknown error" : error;
+  const auto copy = backup.programFolder / kRecordsBackupName;
+  if (backup.lastCopied && *backup.lastCopied == *text && std::filesystem::exists(copy, ec)) return {};
+  if (!writeFileAtomically(copy, *text, &error)) return error.empty() ? "unknown error" : error;
+  if (backup.lastCopied) *backup.lastCopied = std::move(*text);
+  return {};
 }
 
 void writeRunningValues(const RunningValues& running, SettingsStore& main) {

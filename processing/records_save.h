@@ -22,6 +22,7 @@
 
 #include <filesystem>
 #include <optional>
+#include <string>
 #include <string_view>
 
 #include "core/settings_store.h"
@@ -34,6 +35,10 @@ inline constexpr std::string_view kRecordsBackupName = "nimbrelbackup.ini";
 struct RecordsBackup {
   std::filesystem::path mainSettingsFile;
   std::filesystem::path programFolder;  // where the copy goes
+  // The text last copied, when the caller keeps it: a backup that would be
+  // the same again is not rewritten (the settings change only now and then,
+  // the records are saved every minute).
+  std::string* lastCopied = nullptr;
 };
 
 // The running values that are saved with the records. Each one is written

@@ -190,6 +190,28 @@ TEST_F(RecordsStoreTest, BackupIsTheFileBeforeTheWriteAndStaysWhenTheWriteFails)
   EXPECT_EQ(folder_.read("nimbrelbackup.ini"), folder_.read("NIMBREL.INI"));
 }
 
+TEST_F(RecordsStoreTest, AnUnchangedBackupIsNotRewrittenAndAChangedOrMissingOneIs) {
+  folder_.write("NIMBREL.INI", "[a]\r\nb=1\r\n");
+  MemorySettingsStore store;
+  std::string lastCopied;
+  RecordsBackup keeping = backup();
+  keeping.lastCopied = &lastCopied;
+  saverecordstoinifile({}, {}, store, keeping);
+  EXPECT_EQ(folder_.read("nimbrelbackup.ini"), "[a]\r\nb=1\r\n");
+
+  folder_.write("nimbrelbackup.ini", "marker");  // shows whether the next save rewrites it
+  saverecordstoinifile({}, {}, store, keeping);
+  EXPECT_EQ(folder_.read("nimbrelbackup.ini"), "marker");
+
+  folder_.write("NIMBREL.INI", "[a]\r\nb=2\r\n");
+  saverecordstoinifile({}, {}, store, keeping);
+  EXPECT_EQ(folder_.read("nimbrelbackup.ini"), "[a]\r\nb=2\r\n");
+
+  std::filesystem::remove(folder_ / "nimbrelbackup.ini");
+  saverecordstoinifile({}, {}, store, keeping);
+  EXPECT_EQ(folder_.read("nimbrelbackup.ini"), "[a]\r\nb=2\r\n");
+}
+
 TEST_F(RecordsStoreTest, RecordsAreWrittenEvenWhenTheBackupCannotBeMade) {
   folder_.write("NIMBREL.INI", "[a]\r\nb=c\r\n");
   RecordBook book;
