@@ -67,10 +67,16 @@ bool copyFileAtomically(const std::filesystem::path& source, const std::filesyst
 }
 
 bool overwriteFile(const std::filesystem::path& target, std::string_view content, std::string* error) {
-  FilePtr f(std::fopen(target.c_str(), "wb"));
-  if (!f) return fail(error, describe(target, "cannot create"));
-  if (std::fwrite(content.data(), 1, content.size(), f.get()) != content.size() || std::fflush(f.get()) != 0)
-    return fail(error, describe(target, "cannot write"));
+  {
+    FilePtr f(std::fopen(target.c_str(), "r+b"));
+    if (!f) f.reset(std::fopen(target.c_str(), "wb"));
+    if (!f) return fail(error, describe(target, "cannot create"));
+    if (std::fwrite(content.data(), 1, content.size(), f.get()) != content.size() || std::fflush(f.get()) != 0)
+      return fail(error, describe(target, "cannot write"));
+  }
+  std::error_code ec;
+  std::filesystem::resize_file(target, content.size(), ec);
+  if (ec) return fail(error, "cannot shorten " + target.string() + ": " + ec.message());
   return true;
 }
 

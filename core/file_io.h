@@ -28,6 +28,9 @@ bool copyFileAtomically(const std::filesystem::path& source, const std::filesyst
 
 // Overwrites `target` in place with `content`: for scratch files nobody
 // reads while they are written, where the cost of a rename is not worth it.
+// The old text is written over and the file then cut to length rather than
+// emptied first: some file systems push a file emptied and refilled out to
+// the disk at once, which for a file rewritten every few seconds is wasted.
 bool overwriteFile(const std::filesystem::path& target, std::string_view content, std::string* error = nullptr);
 
 // Appends `text` to `target`, creating it when missing.

@@ -36,7 +36,10 @@ std::chrono::seconds TickDriver::catchUpLimit() const {
 void TickDriver::onTimer() {
   const auto now = std::chrono::floor<std::chrono::seconds>(clock_.now());
   if (now - lastSecond_ > catchUpLimit()) lastSecond_ = now - catchUpLimit();
-  while (lastSecond_ < now && !stopped_) {
+  // One second per wake-up: when behind, the next one is due at once, but the
+  // loop first delivers what the station sent meanwhile, as it would have
+  // arrived between those seconds.
+  if (lastSecond_ < now) {
     lastSecond_ += std::chrono::seconds(1);
     ++ticks_;
     onTick_(toLocalTime(lastSecond_));

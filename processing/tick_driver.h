@@ -2,8 +2,8 @@
 // Drives the one-second tick from the program clock: at speed 1 the tick
 // follows the wall clock, at speed N it comes N times as often. A wake-up
 // that finds the clock several seconds on (a busy machine, a slow disk at a
-// very high speed) ticks each missed second in turn, so that no minute's
-// pass is lost: up to two minutes, or half a second of real time at high
+// very high speed) ticks each missed second in turn, with the station's
+// data delivered in between, so that no minute's pass is lost: up to two minutes, or half a second of real time at high
 // speeds. A longer gap (a machine that slept) is skipped, not replayed.
 
 #include <asio.hpp>

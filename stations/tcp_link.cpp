@@ -120,9 +120,11 @@ void TcpLink::onRead(const asio::error_code& error, std::size_t count) {
 
 void TcpLink::send(std::span<const std::uint8_t> bytes) {
   if (!connected_) {
-    if (!dropReported_)
+    // While the first connection is still being made nothing has gone wrong yet.
+    if (outage_.inOutage() && !dropReported_) {
       errorLog_->write(fmt::format("not connected to {}; data for the station is dropped", describe()));
-    dropReported_ = true;
+      dropReported_ = true;
+    }
     return;
   }
   if (sendQueue_.push(bytes)) writeNext();

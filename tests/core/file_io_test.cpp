@@ -49,6 +49,19 @@ TEST(CopyAndAppend, CopyOverAndAppendCreateOrExtend) {
   EXPECT_FALSE(readWholeFile(dir / "missing.txt"));
 }
 
+TEST(CopyAndAppend, OverwriteCreatesGrowsAndShortens) {
+  testsupport::TempFolder dir;
+  const auto file = dir / "clientrawtemp.txt";
+  ASSERT_TRUE(overwriteFile(file, "12345 one"));
+  ASSERT_TRUE(overwriteFile(file, "12345 a longer line"));
+  EXPECT_EQ(readWholeFile(file).value_or(""), "12345 a longer line");
+  ASSERT_TRUE(overwriteFile(file, "12345 b"));  // no tail of the longer text is left
+  EXPECT_EQ(readWholeFile(file).value_or(""), "12345 b");
+  std::string error;
+  EXPECT_FALSE(overwriteFile(dir / "no-such-folder" / "x.txt", "x", &error));
+  EXPECT_FALSE(error.empty());
+}
+
 TEST(DutyWrapper, LogsTheFailureAndLetsTheNextDutyRun) {
   testsupport::TempFolder dir;
   ManualClock clock(fromLocalTime(2026, 11, 23, 10, 0, 0));

@@ -1,0 +1,42 @@
+#!/usr/bin/env bash
+# The performance figures quoted in the README, measured on this machine:
+#   tools/perf/day_figures.sh NIMBREL SIMULATOR [SPEED] [FOLDER]
+# Runs the program for one simulated day of one-second ticks against the
+# Vantage simulator (a LOOP packet every two seconds, over loopback TCP; the
+# simulator is a separate process and is not counted), under /usr/bin/time -v,
+# and prints CPU seconds per simulated day, peak resident memory and the
+# start-up time. FOLDER (default: a new temporary folder) is where the
+# program writes; put it on the disk the station will use.
+set -euo pipefail
+nimbrel=$(realpath "$1")
+simulator=$(realpath "$2")
+speed=${3:-2400}
+dir=${4:-$(mktemp -d)}
+mkdir -p "$dir"
+sim_pid=
+trap '[ -n "$sim_pid" ] && kill "$sim_pid" 2>/dev/null; true' EXIT
+
+start="2026-03-09 23:59:30"
+"$simulator" --tcp 0 --speed "$speed" --start "$start" --seed 11 > "$dir/sim.out" 2>&1 &
+sim_pid=$!
+for _ in $(seq 50); do grep -q 'listening on tcp port' "$dir/sim.out" && break; sleep 0.1; done
+port=$(grep -o 'tcp port [0-9]*' "$dir/sim.out" | grep -o '[0-9]*$')
+printf '[Weather Station Type]\r\nName=DAVIS VANTAGE PRO\r\n[Comport]\r\nuse tcpip vp=yes\r\nuse tcpip vp ip=127.0.0.1\r\nuse tcpip vp port=%s\r\n' \
+  "$port" > "$dir/NIMBREL.INI"
+
+field() { grep "$1" "$2" | awk -F': ' '{print $2}'; }
+
+# Start-up: a run of a single program second at a high speed is start-up and stop.
+/usr/bin/time -v "$nimbrel" --dir "$dir" --start "$start" --speed 1000 --run-for 1 > /dev/null 2> "$dir/startup.txt"
+/usr/bin/time -v "$nimbrel" --dir "$dir" --start "$start" --speed "$speed" --run-for $((86400 + 60)) > /dev/null 2> "$dir/day.txt"
+
+user=$(field "User time" "$dir/day.txt")
+system=$(field "System time" "$dir/day.txt")
+rss=$(field "Maximum resident" "$dir/day.txt")
+lines=$(awk '$1 == 10 && $2 == 3' "$dir/logfiles/32026lg.txt" | wc -l)
+echo "speed:                       $speed x real time"
+echo "minute lines on the day:     $lines"
+echo "CPU per simulated day:       $(awk -v u="$user" -v s="$system" 'BEGIN { print u + s }') s (user $user s, system $system s)"
+echo "peak resident memory:        $rss KiB"
+echo "start-up and stop:           $(field "Elapsed" "$dir/startup.txt") (m:ss), peak $(field "Maximum resident" "$dir/startup.txt") KiB"
+echo "files in:                    $dir"
