@@ -63,20 +63,21 @@ void StationProgram::start() {
 }
 
 void StationProgram::openStationLink() {
-  const PortSettings port = readPortSettings(stores_.main);
-  VantageTransport transport = VantageTransport::Serial;
-  if (station_.vantageOverTcp) {
-    link_ = std::make_unique<TcpLink>(io_, port.tcpipVpAddress, port.tcpipVpPort, errorLog_);
-    transport = VantageTransport::Tcp;
-  } else {
-    link_ = std::make_unique<SerialLink>(io_, serialDevicePath(port), station_.line, errorLog_);
-  }
+  if (!link_) link_ = configuredLink();
+  const VantageTransport transport = station_.vantageOverTcp ? VantageTransport::Tcp : VantageTransport::Serial;
   vantage_ = std::make_unique<VantageDriver>(receive_, record_, readVantageOptions(stores_.main), link_.get(),
                                              stationLog_, transport);
   vantage_->onReading = [this] { onReading(); };
   vantage_->currentMaxGust = [this] { return statistics_.todaysHighGust(); };
   vantage_->onConsoleDailyGust = [this](double knots) { statistics_.raiseHighGust(knots, lastTick_); };
   link_->start([this](std::span<const std::uint8_t> bytes) { vantage_->receive(bytes, lastTick_); });
+}
+
+std::unique_ptr<ByteLink> StationProgram::configuredLink() {
+  const PortSettings port = readPortSettings(stores_.main);
+  if (station_.vantageOverTcp)
+    return std::make_unique<TcpLink>(io_, port.tcpipVpAddress, port.tcpipVpPort, errorLog_);
+  return std::make_unique<SerialLink>(io_, serialDevicePath(port), station_.line, errorLog_);
 }
 
 // The per-reading routine: a decoded record has arrived.

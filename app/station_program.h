@@ -34,6 +34,9 @@ class StationProgram {
   // Start: clear the companions' exit flags, load today's values, open the
   // port. The tick is driven from outside through tick().
   void start();
+  // Before start(): read the station through `link` instead of the port the
+  // settings name (a benchmark's in-memory console).
+  void useLink(std::unique_ptr<ByteLink> link) { link_ = std::move(link); }
   void tick(const LocalTime& now);
   // Stop: raise the companions' exit flags, write the rain storage and the
   // records, flush the settings.
@@ -50,6 +53,7 @@ class StationProgram {
 
  private:
   void openStationLink();
+  std::unique_ptr<ByteLink> configuredLink();
   void wireCycle();
   void onReading();
   void saveRecords();

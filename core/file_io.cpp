@@ -88,6 +88,19 @@ bool appendToFile(const std::filesystem::path& target, std::string_view text, st
   return true;
 }
 
+bool appendWithHeader(const std::filesystem::path& target, std::string_view header, std::string_view text,
+                      bool* created, std::string* error) {
+  FilePtr f(std::fopen(target.c_str(), "ab"));
+  if (!f) return fail(error, describe(target, "cannot open"));
+  const bool empty = std::fseek(f.get(), 0, SEEK_END) == 0 && std::ftell(f.get()) == 0;
+  if (created) *created = empty;
+  const bool headerWritten = !empty || std::fwrite(header.data(), 1, header.size(), f.get()) == header.size();
+  if (!headerWritten || std::fwrite(text.data(), 1, text.size(), f.get()) != text.size() ||
+      std::fflush(f.get()) != 0)
+    return fail(error, describe(target, "cannot write"));
+  return true;
+}
+
 std::optional<std::string> readWholeFile(const std::filesystem::path& source, std::string* error) {
   FilePtr f(std::fopen(source.c_str(), "rb"));
   if (!f) {

@@ -37,6 +37,11 @@ bool overwriteFile(const std::filesystem::path& target, std::string_view content
 bool appendToFile(const std::filesystem::path& target, std::string_view text,
                   std::string* error = nullptr);
 
+// Appends `text` to `target`, preceded by `header` when the file is new or
+// empty; `created` (when given) says whether the header went in.
+bool appendWithHeader(const std::filesystem::path& target, std::string_view header, std::string_view text,
+                      bool* created = nullptr, std::string* error = nullptr);
+
 // The whole file, or nothing when it cannot be read.
 std::optional<std::string> readWholeFile(const std::filesystem::path& source,
                                          std::string* error = nullptr);
