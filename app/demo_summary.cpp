@@ -51,7 +51,6 @@ constexpr std::array kFileKinds{
     FileKind{"lightninglognexstorm.txt", false, "lightning strikes of a second detector (none here)"},
     FileKind{"ftplog.txt", false, "the upload log"},
     FileKind{"clientraw.txt", false, "the live snapshot for web pages, rewritten every 10 s"},
-    FileKind{"clientraw.txt.tmp", false, "the previous clientraw.txt, kept to be swapped with the next one"},
     FileKind{"clientrawtemp.txt", false, "clientraw.txt as first written, before it is copied into place"},
 };
 

@@ -36,14 +36,6 @@ std::filesystem::path temporaryNameFor(const std::filesystem::path& target) {
 bool writeFileAtomically(const std::filesystem::path& target, std::string_view content, std::string* error,
                          Durability durability) {
   const auto tmp = temporaryNameFor(target);
-  // A file rewritten every few seconds keeps its temporary file, which then
-  // holds the previous version: the new text is written over it and the two
-  // swapped, so that the file system neither frees a file nor pushes one out
-  // to the disk each time, as replacing the published file would make it do.
-  std::error_code ec;
-  if (durability == Durability::Cached && std::filesystem::exists(target, ec) &&
-      overwriteFile(tmp, content) && platform::exchangeFiles(tmp, target))
-    return true;
   {
     FilePtr f(std::fopen(tmp.c_str(), "wb"));
     if (!f) return fail(error, describe(tmp, "cannot create"));
@@ -58,6 +50,7 @@ bool writeFileAtomically(const std::filesystem::path& target, std::string_view c
       return fail(error, why);
     }
   }
+  std::error_code ec;
   std::filesystem::rename(tmp, target, ec);
   if (ec) {
     std::filesystem::remove(tmp, ec);

@@ -9,14 +9,3 @@ namespace nimbrel::platform {
 bool syncToDisk(std::FILE* file);
 
 }  // namespace nimbrel::platform
-
-#include <filesystem>
-
-namespace nimbrel::platform {
-
-// Swaps two files' names in one step, so that a reader opening either name
-// always finds a whole file. False when the system or the file system cannot
-// (the caller then renames instead).
-bool exchangeFiles(const std::filesystem::path& first, const std::filesystem::path& second);
-
-}  // namespace nimbrel::platform

@@ -18,18 +18,6 @@ TEST(AtomicWrite, ReplacesTheFileAndLeavesNoTemporary) {
   EXPECT_FALSE(std::filesystem::exists(dir / "clientraw.txt.tmp"));
 }
 
-TEST(AtomicWrite, CachedWritesSwapWithAKeptTemporaryThatHoldsThePreviousVersion) {
-  testsupport::TempFolder dir;
-  const auto file = dir / "clientraw.txt";
-  for (const char* text : {"first", "second, longer", "third"})
-    ASSERT_TRUE(writeFileAtomically(file, text, nullptr, Durability::Cached));
-  EXPECT_EQ(readWholeFile(file).value_or(""), "third");
-  EXPECT_EQ(readWholeFile(dir / "clientraw.txt.tmp").value_or(""), "second, longer");
-  ASSERT_TRUE(writeFileAtomically(file, "synced"));  // a synced write replaces it and tidies up
-  EXPECT_EQ(readWholeFile(file).value_or(""), "synced");
-  EXPECT_FALSE(std::filesystem::exists(dir / "clientraw.txt.tmp"));
-}
-
 TEST(AtomicWrite, AFailedWriteKeepsTheOldFile) {
   testsupport::TempFolder dir;
   const auto file = dir / "NIMBREL.INI";
@@ -59,21 +47,6 @@ TEST(CopyAndAppend, CopyOverAndAppendCreateOrExtend) {
   EXPECT_FALSE(copyFileAtomically(dir / "missing.txt", dir / "c.txt"));
   EXPECT_FALSE(std::filesystem::exists(dir / "c.txt"));
   EXPECT_FALSE(readWholeFile(dir / "missing.txt"));
-}
-
-TEST(CopyAndAppend, TheHeaderGoesOnlyIntoANewOrEmptyFile) {
-  testsupport::TempFolder dir;
-  const auto file = dir / "dailylog.txt";
-  bool created = false;
-  ASSERT_TRUE(appendWithHeader(file, "head\r\n", "one\r\n", &created));
-  EXPECT_TRUE(created);
-  ASSERT_TRUE(appendWithHeader(file, "head\r\n", "two\r\n", &created));
-  EXPECT_FALSE(created);
-  EXPECT_EQ(readWholeFile(file).value_or(""), "head\r\none\r\ntwo\r\n");
-  ASSERT_TRUE(overwriteFile(file, ""));  // emptied by hand: it gets its header again
-  ASSERT_TRUE(appendWithHeader(file, "head\r\n", "three\r\n", &created));
-  EXPECT_TRUE(created);
-  EXPECT_EQ(readWholeFile(file).value_or(""), "head\r\nthree\r\n");
 }
 
 TEST(CopyAndAppend, OverwriteCreatesGrowsAndShortens) {
