@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <charconv>
+#include <iterator>
+#include <optional>
 #include <cmath>
 #include <string_view>
 
@@ -17,6 +19,21 @@ std::string_view trimmed(const std::string& text) {
   return std::string_view(text).substr(first, last - first + 1);
 }
 
+// Far from a tie the binary value and its shortest decimal text round the
+// same way, and {fmt} rounds the binary value directly, which is much
+// cheaper than the digit work below. Empty near a tie, for large values or
+// many decimals, where the digits must decide.
+std::optional<std::string> fixedAwayFromTies(double value, int width, int decimals) {
+  constexpr double kPowersOfTen[] = {1, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6};
+  if (decimals >= static_cast<int>(std::size(kPowersOfTen))) return std::nullopt;
+  const double scaled = std::fabs(value) * kPowersOfTen[decimals];
+  if (scaled >= 1e9) return std::nullopt;
+  const double fraction = scaled - std::floor(scaled);
+  if (std::fabs(fraction - 0.5) < 1e-6) return std::nullopt;
+  const bool roundsToZero = scaled < 0.5;  // print 0, never -0
+  return fmt::format("{:>{}.{}f}", roundsToZero ? 0.0 : value, width, decimals);
+}
+
 }  // namespace
 
 // Rounds half away from zero on the decimal digits of the shortest text that
@@ -25,6 +42,7 @@ std::string_view trimmed(const std::string& text) {
 std::string fixed(double value, int width, int decimals) {
   if (!std::isfinite(value)) return fmt::format("{:>{}}", value, width);
   decimals = std::max(decimals, 0);
+  if (auto quick = fixedAwayFromTies(value, width, decimals)) return std::move(*quick);
   char buffer[64];
   const auto result = std::to_chars(buffer, buffer + sizeof buffer, std::fabs(value),
                                     std::chars_format::scientific);

@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstdlib>
+#include <string>
 #include <locale>
 
 namespace nimbrel {
@@ -15,6 +17,26 @@ TEST(FixedWidth, PadsOnTheLeftAndRoundsToTheDecimals) {
   EXPECT_EQ(fixed(12.345, 3, 3), "12.345");
   EXPECT_EQ(fixed(-0.5, 3, 1), "-0.5");
   EXPECT_EQ(fixed(-12.25, 1, 0), "-12");
+}
+
+// Thousandths have exact decimal texts, so the expected rounding can be done
+// in integers: every tie and every near-tie from -20 to 20 at 0, 1 and 2
+// decimals.
+TEST(FixedWidth, ThousandthsRoundHalfAwayFromZeroLikeTheirDecimalText) {
+  for (int decimals = 0; decimals <= 2; ++decimals) {
+    const long long step = decimals == 0 ? 1000 : decimals == 1 ? 100 : 10;
+    for (long long thousandths = -20000; thousandths <= 20000; ++thousandths) {
+      const long long magnitude = (std::llabs(thousandths) * 2 + step) / (2 * step);  // half away from zero
+      std::string expected = std::to_string(magnitude);
+      if (decimals > 0) {
+        const auto width = static_cast<std::size_t>(decimals + 1);
+        if (expected.size() < width) expected.insert(0, width - expected.size(), '0');
+        expected.insert(expected.size() - decimals, ".");
+      }
+      if (thousandths < 0 && magnitude != 0) expected.insert(0, "-");
+      ASSERT_EQ(fixed(thousandths / 1000.0, 1, decimals), expected) << thousandths << " at " << decimals;
+    }
+  }
 }
 
 TEST(FixedWidth, NegativeValuesThatRoundToZeroHaveNoSign) {
