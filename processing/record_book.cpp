@@ -46,6 +46,7 @@ RecordBook::RecordBook() {
 }
 
 void RecordBook::load(const SettingsStore& main) {
+  ++version_;
   const auto rows = recordRows();
   for (RecordSet set : kAllRecordSets)
     for (std::size_t i = 0; i < rows.size(); ++i)
@@ -63,11 +64,15 @@ void RecordBook::compare(const LiveRecord& record, const LocalTime& now, std::op
     const std::optional<double> direction =
         row.keepsDirection ? std::optional<double>(record.winddir) : std::nullopt;
     for (auto& set : sets_)
-      if (beats(row.side, set[i].present, *value)) replace(set[i], candidate, direction);
+      if (beats(row.side, set[i].present, *value)) {
+        replace(set[i], candidate, direction);
+        ++version_;
+      }
   }
 }
 
 void RecordBook::reset(RecordSet set, SettingsStore& main) {
+  ++version_;
   const auto rows = recordRows();
   for (std::size_t i = 0; i < rows.size(); ++i) {
     if (!isFollowed(rows[i])) continue;

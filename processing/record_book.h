@@ -25,6 +25,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -66,12 +67,16 @@ class RecordBook {
   const HeldRecord& held(RecordSet set, std::size_t row) const { return sets_[index(set)][row]; }
   // Throws std::invalid_argument for a name that is not in the table.
   const HeldRecord& held(RecordSet set, std::string_view allTimeName) const;
+  // Goes up with every change to any record, so a saver can tell whether
+  // there is anything new to write.
+  std::uint64_t version() const { return version_; }
 
  private:
   static std::size_t index(RecordSet set) { return static_cast<std::size_t>(set); }
   void reset(RecordSet set, SettingsStore& main);
 
   std::array<std::vector<HeldRecord>, kRecordSets> sets_;
+  std::uint64_t version_ = 0;
 };
 
 }  // namespace nimbrel

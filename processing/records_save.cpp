@@ -73,10 +73,10 @@ void forEachRecord(const RecordBook& records, SettingsStore& main, Write write) 
 }  // namespace
 
 void saverecordstoinifile(const RecordBook& records, const RunningValues& running, SettingsStore& main,
-                          const RecordsBackup& backup) {
+                          const RecordsBackup& backup, bool recordsChanged) {
   const std::string backupError = makeBackup(backup);
   writeRunningValues(running, main);
-  forEachRecord(records, main, writePresent);
+  if (recordsChanged) forEachRecord(records, main, writePresent);
   if (!backupError.empty())
     throw std::runtime_error("the backup copy " + std::string(kRecordsBackupName) + " was not made: " + backupError);
 }

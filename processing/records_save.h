@@ -56,9 +56,11 @@ struct RunningValues {
 };
 
 // Throws std::runtime_error, after writing everything, when the backup copy
-// could not be made.
+// could not be made. With `recordsChanged` false only the backup and the
+// running values are written: the records in the settings are still those of
+// the last save.
 void saverecordstoinifile(const RecordBook& records, const RunningValues& running, SettingsStore& main,
-                          const RecordsBackup& backup);
+                          const RecordsBackup& backup, bool recordsChanged = true);
 void saveoldrecordstoinifile(const RecordBook& records, SettingsStore& main);
 
 }  // namespace nimbrel

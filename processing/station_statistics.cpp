@@ -90,8 +90,10 @@ void StationStatistics::saveRecords(const RecordsBackup& backup) {
   RunningValues running;
   running.rain = RunningValues::Rain{record_.dailyrain, record_.monthlyrain, record_.yearlyrain};
   running.lastMaxRainRate = rain_.maxRainRate();
-  saverecordstoinifile(records_, running, main_, backup);
-  saveoldrecordstoinifile(records_, main_);
+  const bool recordsChanged = savedRecordsVersion_ != records_.version();
+  saverecordstoinifile(records_, running, main_, backup, recordsChanged);
+  if (recordsChanged) saveoldrecordstoinifile(records_, main_);
+  savedRecordsVersion_ = records_.version();
 }
 
 // "House keeping"/"records month" holds the month (YYYY-MM) the month and

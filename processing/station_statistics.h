@@ -76,6 +76,7 @@ class StationStatistics {
   MinuteWindSeries tenMinute_;
   RainTotals rain_;
   RecordBook records_;
+  std::optional<std::uint64_t> savedRecordsVersion_;  // the records' version last written
   std::optional<LiveRecord> accepted_;  // the last reading that passed the limits
 };
 

@@ -4,6 +4,7 @@
 
 #include "core/number_format.h"
 #include "core/text_log.h"
+#include "processing/records_save.h"
 #include "support/memory_settings_store.h"
 #include "support/temp_folder.h"
 
@@ -67,6 +68,23 @@ TEST_F(StatisticsTest, RainCounterRisesBecomeTheDaysRainAndAreStored) {
   double stored = 0;
   ASSERT_TRUE(parseDouble(settings.ReadString("new rain storage", "dailyrain new"), stored));
   EXPECT_NEAR(stored, 1.6, 1e-9);
+}
+
+TEST_F(StatisticsTest, RecordsAreRewrittenOnlyAfterOneChanged) {
+  const RecordsBackup backup{dir / "NIMBREL.INI", dir.path()};
+  reading(21.5, 60, 5, 100);
+  statistics.saveRecords(backup);
+  EXPECT_EQ(settings.ReadString("Record high temperature", "values"), "215 2026 5 4 14 30 ");
+
+  settings.WriteString("Record high temperature", "values", "hand edit");  // shows whether the next save writes
+  reading(21.5, 60, 5, 100);  // the same again: no new record
+  statistics.saveRecords(backup);
+  EXPECT_EQ(settings.ReadString("Record high temperature", "values"), "hand edit");
+  EXPECT_NE(settings.ReadString("new rain storage", "dailyrain new"), "");  // the running values still are
+
+  reading(22.0, 60, 5, 100);
+  statistics.saveRecords(backup);
+  EXPECT_EQ(settings.ReadString("Record high temperature", "values"), "220 2026 5 4 14 30 ");
 }
 
 }  // namespace
