@@ -67,13 +67,17 @@ bool copyFileAtomically(const std::filesystem::path& source, const std::filesyst
 }
 
 bool overwriteFile(const std::filesystem::path& target, std::string_view content, std::string* error) {
+  long oldSize = 0;
   {
     FilePtr f(std::fopen(target.c_str(), "r+b"));
+    if (f && std::fseek(f.get(), 0, SEEK_END) == 0) oldSize = std::ftell(f.get());
+    if (f) std::rewind(f.get());
     if (!f) f.reset(std::fopen(target.c_str(), "wb"));
     if (!f) return fail(error, describe(target, "cannot create"));
     if (std::fwrite(content.data(), 1, content.size(), f.get()) != content.size() || std::fflush(f.get()) != 0)
       return fail(error, describe(target, "cannot write"));
   }
+  if (oldSize >= 0 && static_cast<std::size_t>(oldSize) <= content.size()) return true;
   std::error_code ec;
   std::filesystem::resize_file(target, content.size(), ec);
   if (ec) return fail(error, "cannot shorten " + target.string() + ": " + ec.message());
