@@ -69,6 +69,7 @@ void Housekeeping::housekeeping(const LocalTime& now) {
   newDay_ = changeDue(now, dailyResetHourOf(parts_.units.resets), kLastDailyReset);
   newRainDay_ = changeDue(now, rainResetHourOf(parts_.units.resets), kLastRainReset);
   runDuties(now, true);
+  previousPass_ = now;
 }
 
 void Housekeeping::resetOnStart(const LocalTime& now) {
@@ -110,12 +111,21 @@ std::optional<LocalTime> Housekeeping::momentOf(const DutySlot& duty, const Loca
 }
 
 // Due at minute 0 of the reset hour, unless this reset day has had its reset.
+// A reset minute that passed while the program ran but got no minute pass
+// (the machine stalled for minutes) is made up at the next pass.
 std::optional<DayChange> Housekeeping::changeDue(const LocalTime& now, int hour, std::string_view markerKey) const {
-  if (now.hour != hour || now.minute != 0) return std::nullopt;
-  DayChange change{momentAt(dateOf(now), hour), std::nullopt};
+  const CalendarDate resetDay = resetDateAt(now, hour);
+  const LocalTime moment = momentAt(resetDay, hour);
+  const auto instant = [](const LocalTime& t) {
+    return fromLocalTime(t.year, t.month, t.day, t.hour, t.minute, t.second);
+  };
+  const bool atResetMinute = now.hour == hour && now.minute == 0;
+  const bool skippedSinceLastPass = previousPass_ && instant(*previousPass_) < instant(moment);
+  if (!atResetMinute && !skippedSinceLastPass) return std::nullopt;
+  DayChange change{moment, std::nullopt};
   CalendarDate previous;
   if (parseIsoDate(parts_.main.ReadString(kHousekeepingSection, markerKey), previous)) {
-    if (previous == dateOf(now)) return std::nullopt;
+    if (previous == resetDay) return std::nullopt;
     change.previous = previous;
   }
   return change;

@@ -108,6 +108,7 @@ class Housekeeping {
   HousekeepingParts parts_;
   std::optional<DayChange> newDay_;      // the reset of the extremes now due
   std::optional<DayChange> newRainDay_;  // the rain reset now due
+  std::optional<LocalTime> previousPass_;  // the last minute pass, to notice a reset minute skipped
   std::string maxRainRateText_;
 };
 

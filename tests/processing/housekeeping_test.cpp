@@ -161,10 +161,12 @@ TEST_F(HousekeepingTest, RainResetOnFirstOfMarchWritesTwentyEighthOfFebruary) {
   record_.dailyrain = 2;
   drive(minuteOf(2023, 3, 1, 0, 0), minuteOf(2023, 3, 1, 0, 0));  // 28 Feb 2023 was a Tuesday
   EXPECT_EQ(stored("Daily rain for each week day", "tuesday date"), "28/2");
+  keeper_.reset();  // a new run for each date, rather than the months between made up at once
   record_.dailyrain = 1;
   drive(minuteOf(2024, 1, 1, 0, 0), minuteOf(2024, 1, 1, 0, 0));
   EXPECT_EQ(stored("Daily rain for each week day", "sunday date"), "31/12");
 
+  keeper_.reset();
   record_.dailyrain = 3;
   drive(minuteOf(2024, 2, 29, 23, 59), minuteOf(2024, 3, 1, 0, 1));  // leap year: 29 Feb is a Thursday
   EXPECT_EQ(stored("Daily rain for each week day", "thursday"), "3");
@@ -249,6 +251,24 @@ TEST_F(HousekeepingTest, AFailingDutyIsLoggedAndTheOthersStillRun) {
   EXPECT_EQ(record_.dailyrain, 0);
   EXPECT_EQ(stored("FTP error count", "number"), "0");
   EXPECT_NE(folder_.read("nimbrelinibackup.ini"), "<missing>");
+}
+
+TEST_F(HousekeepingTest, AMidnightWithoutAMinutePassIsMadeUpAtTheNextOneButNotAfterARestart) {
+  reading(22, 50, 3.5, minuteOf(2024, 7, 3, 13, 0));
+  drive(minuteOf(2024, 7, 3, 23, 50), minuteOf(2024, 7, 3, 23, 58));
+  drive(minuteOf(2024, 7, 4, 0, 3), minuteOf(2024, 7, 4, 0, 10));  // stalled over midnight
+  EXPECT_EQ(stationLogCount("wind/temperature daily value , day: 4"), 1);
+  EXPECT_EQ(stationLogCount("rain daily value , day: 4 rain today 3.5 mm"), 1);
+  EXPECT_EQ(stored("Daily high average yest", "prevdayraintime"), "00:00");
+  EXPECT_EQ(stored("House keeping", "last daily reset"), "2024-07-04");
+
+  // Off over the next midnight, without "do the daily reset when qz starts":
+  // the first pass after the start is no reason for a reset.
+  reading(18, 50, 1.0, minuteOf(2024, 7, 4, 13, 0));
+  restart();
+  drive(minuteOf(2024, 7, 5, 7, 0), minuteOf(2024, 7, 5, 7, 5));
+  EXPECT_EQ(stationLogCount("daily value , day: 5"), 0);
+  EXPECT_EQ(extremes_.high(Quantity::Temperature), 18);
 }
 
 TEST_F(HousekeepingTest, StartUpResetRunsOnceForAMissedMidnight) {
