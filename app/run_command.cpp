@@ -27,8 +27,10 @@ int runStationOn(asio::io_context& io, ScaledClock& clock, const RunOptions& opt
   TickDriver ticks(io, clock, [&](const LocalTime& now) {
     program.tick(now);
     status.update(now);
-    if (options.runForSeconds && clock.now() - start >= std::chrono::duration<double>(*options.runForSeconds))
-      stop();
+    // Stop by the seconds ticked, not by the clock: a tick running behind the
+    // clock still makes every minute's pass up to the end.
+    const SystemTime ticked = fromLocalTime(now.year, now.month, now.day, now.hour, now.minute, now.second);
+    if (options.runForSeconds && ticked - start >= std::chrono::duration<double>(*options.runForSeconds)) stop();
   });
   stop = [&] {
     ticks.stop();
