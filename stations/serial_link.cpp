@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "core/platform/serial_control.h"
+#include "stations/stream_pump.h"
 
 namespace nimbrel {
 namespace {
@@ -120,27 +121,11 @@ bool SerialLink::applyLine(std::string& reason) {
 }
 
 void SerialLink::scheduleRetry() {
-  retryTimer_.expires_after(retryInterval_);
-  retryTimer_.async_wait([this, session = std::weak_ptr(session_)](const asio::error_code& error) {
-    if (error || session.expired()) return;
-    open();
-  });
+  retryAfter(retryTimer_, retryInterval_, session_, [this] { open(); });
 }
 
 void SerialLink::readMore() {
-  port_.async_read_some(asio::buffer(readBuffer_),
-                        [this, session = std::weak_ptr(session_)](const asio::error_code& error, std::size_t count) {
-                          if (session.expired()) return;
-                          onRead(error, count);
-                        });
-}
-
-void SerialLink::onRead(const asio::error_code& error, std::size_t count) {
-  if (error) {
-    lose(error);
-    return;
-  }
-  if (deliverEachByte(std::span(readBuffer_).first(count), onReceive_, session_)) readMore();
+  readAndDeliver(port_, readBuffer_, onReceive_, session_, [this](const asio::error_code& error) { lose(error); });
 }
 
 void SerialLink::send(std::span<const std::uint8_t> bytes) {
@@ -154,15 +139,7 @@ void SerialLink::send(std::span<const std::uint8_t> bytes) {
 }
 
 void SerialLink::writeNext() {
-  asio::async_write(port_, asio::buffer(sendQueue_.front().data(), sendQueue_.front().size()),
-                    [this, session = std::weak_ptr(session_)](const asio::error_code& error, std::size_t) {
-                      if (session.expired()) return;
-                      if (error) {
-                        lose(error);
-                        return;
-                      }
-                      if (sendQueue_.popWritten()) writeNext();
-                    });
+  writeQueued(port_, sendQueue_, session_, [this](const asio::error_code& error) { lose(error); });
 }
 
 void SerialLink::lose(const asio::error_code& error) {

@@ -48,7 +48,6 @@ class SerialLink final : public ByteLink {
   bool applyLine(std::string& reason);
   void scheduleRetry();
   void readMore();
-  void onRead(const asio::error_code& error, std::size_t count);
   void writeNext();
   // A read or write failed: close, report and go back to retrying.
   void lose(const asio::error_code& error);

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "stations/stream_pump.h"
+
 namespace nimbrel {
 
 TcpLink::TcpLink(asio::io_context& io, std::string host, std::uint16_t port, TextLog& errorLog,
@@ -95,27 +97,11 @@ void TcpLink::connectFailed(const asio::error_code& error) {
 }
 
 void TcpLink::scheduleRetry() {
-  retryTimer_.expires_after(retryInterval_);
-  retryTimer_.async_wait([this, session = std::weak_ptr(session_)](const asio::error_code& error) {
-    if (error || session.expired()) return;
-    connect();
-  });
+  retryAfter(retryTimer_, retryInterval_, session_, [this] { connect(); });
 }
 
 void TcpLink::readMore() {
-  socket_.async_read_some(asio::buffer(readBuffer_),
-                          [this, session = std::weak_ptr(session_)](const asio::error_code& error, std::size_t count) {
-                            if (session.expired()) return;
-                            onRead(error, count);
-                          });
-}
-
-void TcpLink::onRead(const asio::error_code& error, std::size_t count) {
-  if (error) {
-    lose(error);
-    return;
-  }
-  if (deliverEachByte(std::span(readBuffer_).first(count), onReceive_, session_)) readMore();
+  readAndDeliver(socket_, readBuffer_, onReceive_, session_, [this](const asio::error_code& error) { lose(error); });
 }
 
 void TcpLink::send(std::span<const std::uint8_t> bytes) {
@@ -131,15 +117,7 @@ void TcpLink::send(std::span<const std::uint8_t> bytes) {
 }
 
 void TcpLink::writeNext() {
-  asio::async_write(socket_, asio::buffer(sendQueue_.front().data(), sendQueue_.front().size()),
-                    [this, session = std::weak_ptr(session_)](const asio::error_code& error, std::size_t) {
-                      if (session.expired()) return;
-                      if (error) {
-                        lose(error);
-                        return;
-                      }
-                      if (sendQueue_.popWritten()) writeNext();
-                    });
+  writeQueued(socket_, sendQueue_, session_, [this](const asio::error_code& error) { lose(error); });
 }
 
 void TcpLink::lose(const asio::error_code& error) {

@@ -46,7 +46,6 @@ class TcpLink final : public ByteLink {
   void connectFailed(const asio::error_code& error);
   void scheduleRetry();
   void readMore();
-  void onRead(const asio::error_code& error, std::size_t count);
   void writeNext();
   // The connection broke or the other end closed it: report and retry.
   void lose(const asio::error_code& error);
