@@ -7,6 +7,7 @@
 set -euo pipefail
 nimbrel=$1
 simulator=$2
+. "$(dirname "$0")/../../tools/sim_station.sh"
 [ -n "${NIMBREL_SANITIZED:-}" ] && { echo "skipped under the sanitizers"; exit 77; }
 
 dir=$(mktemp -d)
@@ -22,19 +23,8 @@ speed=2400
 start="2026-03-09 23:58:00"
 "$simulator" --tcp 0 --speed "$speed" --start "$start" --seed 11 > "$dir/sim.out" 2>&1 &
 pids+=($!)
-for _ in $(seq 50); do grep -q 'listening on tcp port' "$dir/sim.out" && break; sleep 0.1; done
-port=$(grep -o 'tcp port [0-9]*' "$dir/sim.out" | grep -o '[0-9]*$') || fail "the simulator did not start"
-
-cat > "$dir/NIMBREL.INI" <<INI
-[Weather Station Type]
-Name=DAVIS VANTAGE PRO
-[Comport]
-use tcpip vp=yes
-use tcpip vp ip=127.0.0.1
-use tcpip vp port=$port
-[Connections]
-StationName=My Station
-INI
+port=$(sim_port "$dir/sim.out") || fail "the simulator did not start"
+vantage_tcp_settings "$port" "My Station" > "$dir/NIMBREL.INI"
 
 # 23:58 on the 9th to 00:01 on the 11th: all of the 10th.
 "$nimbrel" --dir "$dir" --start "$start" --speed "$speed" --run-for $((86400 + 180)) > "$dir/run.out" 2>&1 &

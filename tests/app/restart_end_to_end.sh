@@ -6,6 +6,7 @@
 set -euo pipefail
 nimbrel=$1
 simulator=$2
+. "$(dirname "$0")/../../tools/sim_station.sh"
 
 dir=$(mktemp -d)
 sim_pid=""
@@ -16,9 +17,6 @@ cleanup() {
 trap cleanup EXIT
 fail() { echo "FAIL: $*"; echo "--- error log"; cat "$dir/programerrorlog.txt" 2>/dev/null || true; exit 1; }
 
-# The value of KEY in SECTION of an INI file.
-ini() { awk -v s="[$2]" -v k="$3" -F= '{ sub(/\r$/, "") } $0 == s { on = 1; next } /^\[/ { on = 0 }
-        on && $1 == k { print substr($0, length(k) + 2); exit }' "$1"; }
 
 "$simulator" --pty --speed 60 --start "2026-03-10 10:00:00" --seed 3 > "$dir/sim.out" 2>&1 &
 sim_pid=$!
@@ -43,22 +41,22 @@ kill -TERM "$pid"
 wait "$pid" || fail "the first run did not end cleanly after SIGTERM"
 
 settings="$dir/NIMBREL.INI"
-high=$(ini "$settings" "Daily high temperature" number2)
-high_time=$(ini "$settings" "Daily high temperature" number2time)
-low=$(ini "$settings" "Daily low temperature" number2)
-rain=$(ini "$settings" "new rain storage" "dailyrain new")
+high=$(ini_value "$settings" "Daily high temperature" number2)
+high_time=$(ini_value "$settings" "Daily high temperature" number2time)
+low=$(ini_value "$settings" "Daily low temperature" number2)
+rain=$(ini_value "$settings" "new rain storage" "dailyrain new")
 [ -n "$high" ] && [ -n "$high_time" ] && [ -n "$low" ] || fail "no daily temperature extremes were written"
 awk -v r="$rain" 'BEGIN { exit !(r >= 12.5) }' || fail "the stored daily rain $rain lost the 12.5 mm it started with"
-[ "$(ini "$dir/nimbrelftp.ini" "latest wmr100 data" "exit realtime")" = yes ] || fail "the companions were not told to exit"
+[ "$(ini_value "$dir/nimbrelftp.ini" "latest wmr100 data" "exit realtime")" = yes ] || fail "the companions were not told to exit"
 [ -s "$dir/NIMBREL.INI.tmp" ] && fail "a temporary settings file was left behind"
 
 "$nimbrel" --dir "$dir" --start "2026-03-10 10:07:00" --speed 60 --run-for 180 > "$dir/run2.out" 2>&1 \
   || fail "the second run failed"
 
-high2=$(ini "$settings" "Daily high temperature" number2)
-high_time2=$(ini "$settings" "Daily high temperature" number2time)
-low2=$(ini "$settings" "Daily low temperature" number2)
-rain2=$(ini "$settings" "new rain storage" "dailyrain new")
+high2=$(ini_value "$settings" "Daily high temperature" number2)
+high_time2=$(ini_value "$settings" "Daily high temperature" number2time)
+low2=$(ini_value "$settings" "Daily low temperature" number2)
+rain2=$(ini_value "$settings" "new rain storage" "dailyrain new")
 awk -v a="$high" -v b="$high2" 'BEGIN { exit !(b >= a) }' || fail "the day's high went from $high to $high2"
 awk -v a="$low" -v b="$low2" 'BEGIN { exit !(b <= a) }' || fail "the day's low went from $low to $low2"
 if [ "$high2" = "$high" ] && [ "$high_time2" != "$high_time" ]; then fail "the high kept its value but not its time"; fi

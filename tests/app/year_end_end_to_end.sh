@@ -8,6 +8,7 @@
 set -euo pipefail
 nimbrel=$1
 simulator=$2
+. "$(dirname "$0")/../../tools/sim_station.sh"
 [ -n "${NIMBREL_SANITIZED:-}" ] && { echo "skipped under the sanitizers"; exit 77; }
 
 dir=$(mktemp -d)
@@ -18,24 +19,15 @@ cleanup() {
 }
 trap cleanup EXIT
 fail() { echo "FAIL: $*"; cat "$dir/programerrorlog.txt" 2>/dev/null || true; exit 1; }
-ini() { awk -v s="[$2]" -v k="$3" -F= '{ sub(/\r$/, "") } $0 == s { on = 1; next } /^\[/ { on = 0 }
-        on && $1 == k { print substr($0, length(k) + 2); exit }' "$1"; }
 
 speed=2400
 "$simulator" --tcp 0 --speed "$speed" --start "2026-12-30 23:00:00" --seed 5 > "$dir/sim.out" 2>&1 &
 pids+=($!)
 sim_started=$(date +%s.%N)
-for _ in $(seq 50); do grep -q 'listening on tcp port' "$dir/sim.out" && break; sleep 0.1; done
-port=$(grep -o 'tcp port [0-9]*' "$dir/sim.out" | grep -o '[0-9]*$') || fail "the simulator did not start"
+port=$(sim_port "$dir/sim.out") || fail "the simulator did not start"
 
-cat > "$dir/NIMBREL.INI" <<INI
-[Weather Station Type]
-Name=DAVIS VANTAGE PRO
-do the daily reset when qz starts=yes
-[Comport]
-use tcpip vp=yes
-use tcpip vp ip=127.0.0.1
-use tcpip vp port=$port
+vantage_tcp_settings "$port" "My Station" "do the daily reset when qz starts=yes" > "$dir/NIMBREL.INI"
+cat >> "$dir/NIMBREL.INI" <<INI
 [New year rain reset time]
 number=1
 [new rain storage]
@@ -52,9 +44,9 @@ kill -9 "$first"
 wait "$first" 2>/dev/null || true
 
 settings="$dir/NIMBREL.INI"
-[ "$(ini "$settings" "Weather Station Type" Name)" = "DAVIS VANTAGE PRO" ] || fail "NIMBREL.INI is damaged after SIGKILL"
-[ -n "$(ini "$settings" "Daily high temperature yest" number2)" ] || fail "no yesterday values after the first midnight"
-month_rain=$(ini "$settings" "new rain storage" "monthlyrain new")
+[ "$(ini_value "$settings" "Weather Station Type" Name)" = "DAVIS VANTAGE PRO" ] || fail "NIMBREL.INI is damaged after SIGKILL"
+[ -n "$(ini_value "$settings" "Daily high temperature yest" number2)" ] || fail "no yesterday values after the first midnight"
+month_rain=$(ini_value "$settings" "new rain storage" "monthlyrain new")
 awk -v r="$month_rain" 'BEGIN { exit !(r >= 40) }' || fail "December's rain $month_rain lost what it started with"
 
 # Start again where the simulator's clock is now, and run to 2 January 01:00.
@@ -64,13 +56,13 @@ remaining=$(( $(date -d "2027-01-02 01:00:00" +%s) - $(date -d "$restart" +%s) )
 "$nimbrel" --dir "$dir" --start "$restart" --speed "$speed" --run-for "$remaining" > "$dir/run2.out" 2>&1 \
   || fail "the second run failed"
 
-[ -n "$(ini "$settings" "Rain chart" "Dec ")" ] || fail "December's rain is not in the rain chart"
-awk -v d="$(ini "$settings" "Rain chart" "Dec ")" 'BEGIN { exit !(d >= 40) }' || fail "the rain chart's December is too small"
-month2=$(ini "$settings" "new rain storage" "monthlyrain new")
-year2=$(ini "$settings" "new rain storage" "yearlyrain new")
+[ -n "$(ini_value "$settings" "Rain chart" "Dec ")" ] || fail "December's rain is not in the rain chart"
+awk -v d="$(ini_value "$settings" "Rain chart" "Dec ")" 'BEGIN { exit !(d >= 40) }' || fail "the rain chart's December is too small"
+month2=$(ini_value "$settings" "new rain storage" "monthlyrain new")
+year2=$(ini_value "$settings" "new rain storage" "yearlyrain new")
 awk -v m="$month2" -v y="$year2" 'BEGIN { exit !(m < 40 && y < 300 && m == y) }' \
   || fail "January's rain: month $month2, year $year2 (both should start again from 0)"
-[ -n "$(ini "$settings" "Record high temperature" values)" ] || fail "the records were not written"
+[ -n "$(ini_value "$settings" "Record high temperature" values)" ] || fail "the records were not written"
 [ -f "$dir/nimbrelbackup.ini" ] && [ -f "$dir/nimbrelinibackup.ini" ] || fail "the settings backups are missing"
 [ -s "$dir/logfiles/12027lg.txt" ] && [ -s "$dir/logfiles/122026lg.txt" ] || fail "the monthly logs of both months are missing"
 echo "ok: across the year end with a SIGKILL; January rain $month2 mm"

@@ -11,6 +11,7 @@
 set -euo pipefail
 nimbrel=$(realpath "$1")
 simulator=$(realpath "$2")
+. "$(dirname "$0")/../sim_station.sh"
 speed=${3:-2400}
 seconds=${4:-86400}
 dir=${5:-$(mktemp -d)}
@@ -21,10 +22,8 @@ trap '[ -n "$sim_pid" ] && kill "$sim_pid" 2>/dev/null; true' EXIT
 start="2026-03-10 00:00:00"
 "$simulator" --tcp 0 --speed "$speed" --start "$start" --seed 11 > "$dir/sim.out" 2>&1 &
 sim_pid=$!
-for _ in $(seq 50); do grep -q 'listening on tcp port' "$dir/sim.out" && break; sleep 0.1; done
-port=$(grep -o 'tcp port [0-9]*' "$dir/sim.out" | grep -o '[0-9]*$')
-printf '[Weather Station Type]\r\nName=DAVIS VANTAGE PRO\r\n[Comport]\r\nuse tcpip vp=yes\r\nuse tcpip vp ip=127.0.0.1\r\nuse tcpip vp port=%s\r\n' \
-  "$port" > "$dir/NIMBREL.INI"
+port=$(sim_port "$dir/sim.out")
+vantage_tcp_settings "$port" "Figures" > "$dir/NIMBREL.INI"
 
 field() { grep "$1" "$2" | awk -F': ' '{print $2}'; }
 

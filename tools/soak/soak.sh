@@ -22,6 +22,7 @@
 set -euo pipefail
 
 here=$(cd "$(dirname "$0")" && pwd)
+. "$here/../sim_station.sh"
 usage() { echo "usage: $0 NIMBREL SIMULATOR [DAYS (1-29, default 7)] [SPEED (default 4000)]" >&2; exit 2; }
 [ $# -ge 2 ] && [ $# -le 4 ] || usage
 nimbrel=$1
@@ -68,12 +69,6 @@ trap 'exit 130' INT TERM
 now() { date +%s.%N; }
 # real_seconds A B: B - A, both from now()
 real_seconds() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.3f", b - a }'; }
-ini_value() {  # ini_value FILE SECTION KEY
-  awk -v section="[$2]" -v key="$3" '
-    { sub(/\r$/, "") }
-    /^\[/ { inside = ($0 == section); next }
-    inside && index($0, key "=") == 1 { print substr($0, length(key) + 2); exit }' "$1"
-}
 count_lines() {  # count_lines REGEX FILE
   if [ -f "$2" ]; then grep -c -E -e "$1" "$2" || true; else echo 0; fi
 }
@@ -92,23 +87,11 @@ start_simulator() {
     --drop-every "$drop_every" --drop-for "$drop_for" --record "$dir/record.jsonl" > "$dir/sim.out" 2>&1 &
   sim_pid=$!
   pids+=("$sim_pid")
-  for _ in $(seq 500); do grep -q 'listening on tcp port' "$dir/sim.out" && break; sleep 0.01; done
-  port=$(grep -o 'tcp port [0-9]*' "$dir/sim.out" | grep -o '[0-9]*$') \
+  port=$(sim_port "$dir/sim.out") \
     || { echo "the simulator did not start:"; cat "$dir/sim.out"; exit 1; }
 }
 
-write_settings() {
-  cat > "$dir/NIMBREL.INI" <<INI
-[Weather Station Type]
-Name=DAVIS VANTAGE PRO
-[Comport]
-use tcpip vp=yes
-use tcpip vp ip=127.0.0.1
-use tcpip vp port=$port
-[Connections]
-StationName=Soak
-INI
-}
+write_settings() { vantage_tcp_settings "$port" "Soak" > "$dir/NIMBREL.INI"; }
 
 start_program() {
   program_launched=$(now)
