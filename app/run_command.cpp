@@ -29,8 +29,8 @@ int runStationOn(asio::io_context& io, ScaledClock& clock, const RunOptions& opt
     status.update(now);
     // Stop by the seconds ticked, not by the clock: a tick running behind the
     // clock still makes every minute's pass up to the end.
-    const SystemTime ticked = fromLocalTime(now.year, now.month, now.day, now.hour, now.minute, now.second);
-    if (options.runForSeconds && ticked - start >= std::chrono::duration<double>(*options.runForSeconds)) stop();
+    if (options.runForSeconds && ticks.lastTicked() - start >= std::chrono::duration<double>(*options.runForSeconds))
+      stop();
   });
   stop = [&] {
     ticks.stop();

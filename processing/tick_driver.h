@@ -23,6 +23,8 @@ class TickDriver {
   void start();
   void stop();
   std::uint64_t ticks() const { return ticks_; }
+  // The program second of the latest tick.
+  SystemTime lastTicked() const { return lastSecond_; }
 
  private:
   void scheduleNext();
