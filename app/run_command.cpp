@@ -6,7 +6,7 @@
 
 #include "app/station_program.h"
 #include "app/terminal_status.h"
-#include "processing/tick_driver.h"
+#include "processing/cycle/tick_driver.h"
 
 namespace nimbrel {
 

@@ -4,7 +4,7 @@
 
 #include "core/duty.h"
 #include "core/exit_flags.h"
-#include "processing/cycle_wiring.h"
+#include "processing/cycle/cycle_wiring.h"
 #include "stations/port_settings.h"
 #include "stations/serial_link.h"
 #include "stations/tcp_link.h"

@@ -9,7 +9,7 @@
 #include "datafiles/clientraw.h"
 #include "datafiles/clientraw_settings.h"
 #include "datafiles/log_append.h"
-#include "processing/station_statistics.h"
+#include "processing/statistics/station_statistics.h"
 
 namespace {
 

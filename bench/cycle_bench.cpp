@@ -5,9 +5,9 @@
 #include "core/ini_store.h"
 #include "core/text_log.h"
 #include "core/unit_settings.h"
-#include "processing/cycle_wiring.h"
-#include "processing/main_cycle.h"
-#include "processing/station_statistics.h"
+#include "processing/cycle/cycle_wiring.h"
+#include "processing/cycle/main_cycle.h"
+#include "processing/statistics/station_statistics.h"
 
 namespace {
 

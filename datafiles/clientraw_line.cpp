@@ -11,7 +11,7 @@
 #include "core/version.h"
 #include "datafiles/clientraw_layout.h"
 #include "datafiles/clientraw_settings.h"
-#include "processing/station_statistics.h"
+#include "processing/statistics/station_statistics.h"
 
 namespace nimbrel {
 namespace {

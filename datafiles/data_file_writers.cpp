@@ -4,8 +4,8 @@
 #include "datafiles/clientraw.h"
 #include "datafiles/csv_logs.h"
 #include "datafiles/monthly_log.h"
-#include "processing/main_cycle.h"
-#include "processing/station_statistics.h"
+#include "processing/cycle/main_cycle.h"
+#include "processing/statistics/station_statistics.h"
 
 namespace nimbrel {
 

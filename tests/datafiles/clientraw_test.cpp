@@ -16,7 +16,7 @@
 #include "datafiles/clientraw_reader.h"
 #include "datafiles/clientraw_settings.h"
 #include "datafiles/log_append.h"
-#include "processing/station_statistics.h"
+#include "processing/statistics/station_statistics.h"
 #include "support/memory_settings_store.h"
 #include "support/temp_folder.h"
 
