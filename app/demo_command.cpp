@@ -2,12 +2,17 @@
 
 #include <fmt/format.h>
 
+#include <memory>
+
 #include "app/demo_summary.h"
-#include "app/run_command.h"
 #include "app/station_program.h"
 #include "core/ini_store.h"
 #include "core/instance.h"
+#include "processing/cycle/simulated_ticks.h"
+#include "processing/cycle/tick_driver.h"
 #include "stations/station_types.h"
+#include "tools/vantage_sim/memory_link.h"
+#include "tools/vantage_sim/packet_record.h"
 #include "tools/vantage_sim/server.h"
 
 namespace nimbrel {
@@ -17,6 +22,10 @@ constexpr const char* kStationSection = "Weather Station Type";
 constexpr const char* kPortSection = "Comport";
 constexpr const char* kDemoStationName = "DAVIS VANTAGE PRO";
 constexpr const char* kLoopback = "127.0.0.1";
+// Where a demo keeps its program time, so that the next demo in the folder
+// goes on from there: no minute is logged twice, no rain counted twice.
+constexpr const char* kDemoSection = "Demo";
+constexpr const char* kProgramTimeKey = "program time";
 
 bool isDemoStation(const SettingsStore& settings) {
   return settings.ReadString(kStationSection, "Name", "") == kDemoStationName &&
@@ -26,20 +35,148 @@ bool isDemoStation(const SettingsStore& settings) {
 
 void writeDemoStation(SettingsStore& settings) {
   settings.WriteString(kStationSection, "Name", kDemoStationName);
+  // A demo folder picked up again days later starts a fresh day and month.
+  settings.writeSwitch(kStationSection, "do the daily reset when qz starts", true);
   settings.writeSwitch(kPortSection, "use tcpip vp", true);
   settings.WriteString(kPortSection, "use tcpip vp ip", kLoopback);
   settings.WriteString("Connections", "StationName", "Demo Station");
 }
 
+std::filesystem::path demoSettingsFile(const std::filesystem::path& dir) {
+  return dir / instanceFileNames(findInstanceNumber(dir)).mainSettings;
+}
+
+sim::ConsoleOptions consoleOptions(const DemoOptions& options) {
+  sim::ConsoleOptions console;
+  console.sentHistory = 1;
+  console.seed = options.seed;
+  console.faults.badCrcRate = options.faults.rate;
+  console.faults.splitRate = options.faults.rate;
+  console.faults.garbageRate = options.faults.rate;
+  return console;
+}
+
+struct FileCloser {
+  void operator()(std::FILE* file) const { std::fclose(file); }
+};
+using RecordFile = std::unique_ptr<std::FILE, FileCloser>;
+
+// Everything a demo run has whatever its speed: the console, its record
+// file, and what the program is told before and after.
+class DemoRun {
+ public:
+  DemoRun(const DemoOptions& options, const Clock& clock, std::FILE* out)
+      : options_(options), clock_(clock), out_(out), console_(clock, consoleOptions(options)) {}
+
+  sim::Console& console() { return console_; }
+
+  // The folder, the record file and the opening lines; false (said on
+  // standard error) when the demo cannot run.
+  bool prepare(std::optional<std::uint16_t> simulatorPort, std::string_view consoleWhere) {
+    if (const std::string problem = prepareDemoFolder(options_.dir, simulatorPort, clock_); !problem.empty())
+      return refuse(problem);
+    if (!options_.recordFile.empty() && !openRecord())
+      return refuse(fmt::format("the record file {} cannot be opened for appending", options_.recordFile.string()));
+    fmt::print(out_, "Demo station: a simulated Davis Vantage Pro console {}, program folder {}\n", consoleWhere,
+               options_.dir.string());
+    fmt::print(out_, "Program time starts at {} and runs {}{}.\n", formatLocalTime(toLocalTime(clock_.now())),
+               options_.speed.simulated ? std::string("as fast as the machine computes it (simulated time)")
+                                        : fmt::format("{} times real time", options_.speed.factor),
+               options_.runForSeconds ? fmt::format(" for {} program seconds", *options_.runForSeconds)
+                                      : std::string("; Ctrl-C stops it"));
+    std::fflush(out_);
+    return true;
+  }
+
+  RunHooks hooks(std::function<void(StationProgram&)> beforeStart, std::function<void()> stopConsole) {
+    const SystemTime start = clock_.now();
+    RunHooks hooks;
+    hooks.beforeStart = std::move(beforeStart);
+    // Before the minute's pass, whose settings flush then keeps it.
+    hooks.beforeTick = [](StationProgram& program, const LocalTime& now) {
+      if (now.second == 0) keepProgramTime(program, now);
+    };
+    hooks.onStop = [this, stopConsole = std::move(stopConsole)](StationProgram& program) {
+      keepProgramTime(program, toLocalTime(clock_.now()));
+      if (stopConsole) stopConsole();
+    };
+    hooks.onFinished = [this, start](const StationProgram& program) {
+      fmt::print(out_, "{}", describeWrittenFiles(program.folders(), start, clock_.now()));
+    };
+    return hooks;
+  }
+
+ private:
+  static void keepProgramTime(StationProgram& program, const LocalTime& now) {
+    program.settings().WriteString(kDemoSection, kProgramTimeKey, formatLocalTime(now));
+  }
+
+  bool refuse(std::string_view problem) {
+    fmt::print(stderr, "nimbrel demo: {}\n", problem);
+    return false;
+  }
+
+  bool openRecord() {
+    record_.reset(std::fopen(options_.recordFile.c_str(), "a"));
+    if (!record_) return false;
+    console_.onSent([file = record_.get()](const sim::SentPacket& packet) {
+      std::fputs(sim::packetRecordLine(packet).c_str(), file);
+    });
+    return true;
+  }
+
+  const DemoOptions& options_;
+  const Clock& clock_;
+  std::FILE* out_;
+  sim::Console console_;
+  RecordFile record_;
+};
+
+RunOptions runOptions(const DemoOptions& options, SystemTime start) {
+  return RunOptions{options.dir, start, options.speed, options.runForSeconds};
+}
+
+// Simulated time: the console on an in-memory link in the program's own
+// event loop, its waits in program time.
+int runSimulatedDemo(const DemoOptions& options, SystemTime start, std::FILE* out) {
+  asio::io_context io;
+  ManualClock clock(start);
+  const ProgramDeviceClock deviceTime(clock);
+  DemoRun demo(options, clock, out);
+  if (!demo.prepare(std::nullopt, "in the program's own event loop")) return 1;
+  SimulatedTicks ticks(io, clock);
+  const auto giveConsole = [&](StationProgram& program) {
+    auto link = std::make_unique<sim::MemoryConsoleLink>(demo.console(), clock, program.errorLog(),
+                                                         sim::CableCuts{options.faults.cutEvery, options.faults.cutFor});
+    ticks.addSource(*link);
+    program.useLink(std::move(link), deviceTime);
+  };
+  return runStationOn(io, clock, ticks, runOptions(options, start), demo.hooks(giveConsole, {}));
+}
+
+// A real speed: the console serves a loopback TCP port, and the program
+// reads it as it would a network data logger.
+int runRealTimeDemo(const DemoOptions& options, SystemTime start, std::FILE* out) {
+  asio::io_context io;
+  ScaledClock clock(start, options.speed.factor);
+  DemoRun demo(options, clock, out);
+  sim::ServerOptions serverOptions{options.speed.factor, options.faults.cutEvery, options.faults.cutFor};
+  sim::TcpConsoleServer simulator(io, clock, demo.console(), 0, serverOptions);
+  if (!demo.prepare(simulator.port(), fmt::format("on 127.0.0.1:{}", simulator.port()))) return 1;
+  TickDriver ticks(io, clock);
+  return runStationOn(io, clock, ticks, runOptions(options, start), demo.hooks({}, [&] { simulator.stop(); }));
+}
+
 }  // namespace
 
-std::string prepareDemoFolder(const std::filesystem::path& dir, std::uint16_t simulatorPort, const Clock& clock) {
+std::string prepareDemoFolder(const std::filesystem::path& dir, std::optional<std::uint16_t> simulatorPort,
+                              const Clock& clock) {
   std::error_code error;
   std::filesystem::create_directories(dir, error);
   if (error)
     return fmt::format("the demo folder {} cannot be made ({}); choose another with --dir", dir.string(),
                        error.message());
-  const auto settingsFile = dir / instanceFileNames(findInstanceNumber(dir)).mainSettings;
+  const auto settingsFile = demoSettingsFile(dir);
   const bool fresh = !std::filesystem::exists(settingsFile);
   TextLog errorLog(dir / kProgramErrorLogName, clock);
   IniStore settings(settingsFile, errorLog);
@@ -51,40 +188,27 @@ std::string prepareDemoFolder(const std::filesystem::path& dir, std::uint16_t si
         "give the demo a folder of its own with --dir",
         dir.string(), kStationSection, settings.ReadString(kStationSection, "Name", ""));
   }
-  settings.WriteString(kPortSection, "use tcpip vp port", fmt::format("{}", simulatorPort));
+  if (simulatorPort) settings.WriteString(kPortSection, "use tcpip vp port", fmt::format("{}", *simulatorPort));
   if (!settings.flush())
     return fmt::format("the demo's settings {} cannot be written; choose another folder with --dir",
                        settingsFile.string());
   return {};
 }
 
+std::optional<SystemTime> lastDemoProgramTime(const std::filesystem::path& dir) {
+  const auto settingsFile = demoSettingsFile(dir);
+  if (!std::filesystem::exists(settingsFile)) return std::nullopt;
+  const ManualClock wallClock(std::chrono::system_clock::now());
+  TextLog errorLog(dir / kProgramErrorLogName, wallClock);
+  const IniStore settings(settingsFile, errorLog);
+  if (!isDemoStation(settings)) return std::nullopt;
+  return parseLocalTime(settings.ReadString(kDemoSection, kProgramTimeKey, ""));
+}
+
 int runDemo(const DemoOptions& options, std::FILE* out) {
-  asio::io_context io;
-  ScaledClock clock(options.start.value_or(std::chrono::system_clock::now()), options.speed);
-  sim::ConsoleOptions consoleOptions;
-  consoleOptions.sentHistory = 1;
-  sim::Console console(clock, consoleOptions);
-  sim::TcpConsoleServer simulator(io, clock, console, 0, sim::ServerOptions{options.speed});
-
-  if (const std::string problem = prepareDemoFolder(options.dir, simulator.port(), clock); !problem.empty()) {
-    fmt::print(stderr, "nimbrel demo: {}\n", problem);
-    return 1;
-  }
-  fmt::print(out, "Demo station: a simulated Davis Vantage Pro console on 127.0.0.1:{}, program folder {}\n",
-             simulator.port(), options.dir.string());
-  fmt::print(out, "Program time runs {} times real time{}.\n", options.speed,
-             options.runForSeconds ? fmt::format(" for {} program seconds", *options.runForSeconds)
-                                   : std::string("; Ctrl-C stops it"));
-  std::fflush(out);
-
-  const SystemTime start = clock.now();
-  RunOptions run{options.dir, start, options.speed, options.runForSeconds};
-  RunHooks hooks;
-  hooks.onStop = [&] { simulator.stop(); };
-  hooks.onFinished = [&](const StationProgram& program) {
-    fmt::print(out, "{}", describeWrittenFiles(program.folders(), start, clock.now()));
-  };
-  return runStationOn(io, clock, run, hooks);
+  const SystemTime start =
+      options.start.value_or(lastDemoProgramTime(options.dir).value_or(std::chrono::system_clock::now()));
+  return options.speed.simulated ? runSimulatedDemo(options, start, out) : runRealTimeDemo(options, start, out);
 }
 
 }  // namespace nimbrel

@@ -12,7 +12,29 @@ namespace {
 
 // "--start" as program time; CLI11 gives the text, this checks it.
 std::string checkStart(const std::string& text) {
-  return nimbrel::parseLocalTime(text) ? std::string() : "expected \"YYYY-MM-DD HH:MM:SS\" (local time)";
+  return nimbrel::parseLocalTime(text)
+             ? std::string()
+             : fmt::format("\"{}\" is not a local date and time that exists; write it \"YYYY-MM-DD HH:MM:SS\"", text);
+}
+
+std::string checkSpeed(const std::string& text) {
+  return nimbrel::parseClockSpeed(text)
+             ? std::string()
+             : fmt::format("\"{}\" is no speed; give \"max\" (simulated time, as fast as the machine goes) "
+                           "or a number of program seconds per real second above 0, up to 1000000",
+                           text);
+}
+
+std::string checkSeconds(const std::string& text) {
+  double seconds = 0;
+  try {
+    std::size_t used = 0;
+    seconds = std::stod(text, &used);
+    if (used != text.size()) seconds = 0;
+  } catch (const std::exception&) {
+  }
+  return seconds > 0 && seconds <= 1e10 ? std::string()
+                                        : fmt::format("\"{}\" is no span of program time; give seconds above 0", text);
 }
 
 }  // namespace
@@ -26,13 +48,16 @@ int main(int argc, char** argv) {
 
   nimbrel::RunOptions run;
   std::string start;
+  std::string speed = "1";
   double runFor = 0;
   app.add_option("--dir", run.dir, "program folder with NIMBREL.INI, logfiles/ and webfiles/ (default: .)");
   app.add_option("--start", start, "local time the program clock starts at, \"YYYY-MM-DD HH:MM:SS\" (default: now)")
       ->check(checkStart);
-  app.add_option("--speed", run.speed, "run the clock N times faster than real time (default 1)")
-      ->check(CLI::PositiveNumber);
-  app.add_option("--run-for", runFor, "stop after this many seconds of program time")->check(CLI::PositiveNumber);
+  app.add_option("--speed", speed,
+                 "run the clock N times faster than real time (default 1), or \"max\": simulated time, "
+                 "as fast as the machine computes it")
+      ->check(checkSpeed);
+  app.add_option("--run-for", runFor, "stop after this many seconds of program time")->check(checkSeconds);
   auto* runCmd = app.add_subcommand(
       "run",
       "Run the station program until Ctrl-C or SIGTERM.\n"
@@ -42,20 +67,40 @@ int main(int argc, char** argv) {
 
   nimbrel::DemoOptions demo;
   std::string demoStart;
+  std::string demoSpeed = "60";
   double demoRunFor = 0;
+  long long cutEvery = 0, cutFor = 0;
   auto* demoCmd = app.add_subcommand(
       "demo",
       "Run the program against a simulated Davis Vantage Pro console inside it, then list the files written.\n"
       "A folder without settings gets a NIMBREL.INI for the simulated station.\n"
-      "Example: nimbrel demo --run-for 3600          (an hour of program time in a minute)\n"
-      "Example: nimbrel demo --dir /tmp/demo --speed 1440 --run-for 86400   (a day in a minute)");
+      "A folder where a demo ran before goes on from the program time at which it stopped.\n"
+      "Example: nimbrel demo --speed max --run-for 86400   (a simulated day in seconds)\n"
+      "Example: nimbrel demo --run-for 3600                (an hour of program time in a minute)");
   demoCmd->add_option("--dir", demo.dir, "program folder of the demo (default: ./nimbrel-demo)");
-  demoCmd->add_option("--speed", demo.speed, "run the clock N times faster than real time (default 60)")
-      ->check(CLI::PositiveNumber);
+  demoCmd->add_option("--speed", demoSpeed,
+                      "N times real time (default 60), or \"max\": simulated time, as fast as the machine goes")
+      ->check(checkSpeed);
   demoCmd->add_option("--run-for", demoRunFor, "stop after this many seconds of program time (default: Ctrl-C)")
-      ->check(CLI::PositiveNumber);
-  demoCmd->add_option("--start", demoStart, "local time the program clock starts at (default: now)")
+      ->check(checkSeconds);
+  demoCmd->add_option("--start", demoStart,
+                      "local time the program clock starts at (default: where the last demo here stopped, or now)")
       ->check(checkStart);
+  demoCmd->add_option("--seed", demo.seed, "seed of the simulated weather and faults (default 1)");
+  // For long tests of the program against a faulty console.
+  const std::string faultGroup = "Faults of the simulated console";
+  demoCmd->add_option("--faults", demo.faults.rate, "share of packets with a bad CRC, split, or followed by garbage")
+      ->check(CLI::Range(0.0, 1.0))
+      ->group(faultGroup);
+  auto* cutEveryOption = demoCmd->add_option("--cut-every", cutEvery, "cut the console's cable every N program seconds")
+                             ->check(CLI::PositiveNumber)
+                             ->group(faultGroup);
+  auto* cutForOption =
+      demoCmd->add_option("--cut-for", cutFor, "...for N program seconds")->check(CLI::PositiveNumber)->group(faultGroup);
+  cutEveryOption->needs(cutForOption);
+  cutForOption->needs(cutEveryOption);
+  demoCmd->add_option("--record", demo.recordFile, "append one JSON line per LOOP packet the console sent")
+      ->group(faultGroup);
 
   nimbrel::DecodeRequest decode;
   auto* decodeCmd = app.add_subcommand(
@@ -72,9 +117,13 @@ int main(int argc, char** argv) {
   if (demoCmd->parsed()) {
     if (!demoStart.empty()) demo.start = nimbrel::parseLocalTime(demoStart);
     if (demoRunFor > 0) demo.runForSeconds = demoRunFor;
+    demo.speed = *nimbrel::parseClockSpeed(demoSpeed);
+    demo.faults.cutEvery = std::chrono::seconds(cutEvery);
+    demo.faults.cutFor = std::chrono::seconds(cutFor);
     return nimbrel::runDemo(demo, stdout);
   }
   if (!start.empty()) run.start = nimbrel::parseLocalTime(start);
+  run.speed = *nimbrel::parseClockSpeed(speed);
   if (runFor > 0) run.runForSeconds = runFor;
   return nimbrel::runStation(run);
 }

@@ -2,49 +2,80 @@
 
 #include <fmt/format.h>
 
+#include <charconv>
+#include <cmath>
 #include <csignal>
 
 #include "app/station_program.h"
 #include "app/terminal_status.h"
+#include "processing/cycle/simulated_ticks.h"
 #include "processing/cycle/tick_driver.h"
 
 namespace nimbrel {
+namespace {
+
+constexpr double kFastestFactor = 1e6;
+
+}  // namespace
+
+std::optional<ClockSpeed> parseClockSpeed(std::string_view text) {
+  if (text == "max") return ClockSpeed::max();
+  double factor = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), factor);
+  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(factor) || factor <= 0 ||
+      factor > kFastestFactor)
+    return std::nullopt;
+  return ClockSpeed{factor, false};
+}
+
+std::string describeClockSpeed(const ClockSpeed& speed) {
+  return speed.simulated ? std::string("max") : fmt::format("{}", speed.factor);
+}
 
 int runStation(const RunOptions& options) {
   asio::io_context io;
-  ScaledClock clock(options.start.value_or(std::chrono::system_clock::now()), options.speed);
-  return runStationOn(io, clock, options, {});
+  const SystemTime start = options.start.value_or(std::chrono::system_clock::now());
+  if (options.speed.simulated) {
+    ManualClock clock(start);
+    SimulatedTicks ticks(io, clock);
+    return runStationOn(io, clock, ticks, options, {});
+  }
+  ScaledClock clock(start, options.speed.factor);
+  TickDriver ticks(io, clock);
+  return runStationOn(io, clock, ticks, options, {});
 }
 
-int runStationOn(asio::io_context& io, ScaledClock& clock, const RunOptions& options, const RunHooks& hooks) {
+int runStationOn(asio::io_context& io, const Clock& clock, TickSource& ticks, const RunOptions& options,
+                 const RunHooks& hooks) {
   const SystemTime start = clock.now();
   StationProgram program(io, clock, options.dir);
-  TerminalStatus status(program, stdout, ticksPerRedrawAt(options.speed));
+  if (hooks.beforeStart) hooks.beforeStart(program);
+  TerminalStatus status(program, stdout);
   program.start();
 
   asio::signal_set signals(io, SIGINT, SIGTERM);
-  std::function<void()> stop;
-  TickDriver ticks(io, clock, [&](const LocalTime& now) {
-    program.tick(now);
-    status.update(now);
-    // Stop by the seconds ticked, not by the clock: a tick running behind the
-    // clock still makes every minute's pass up to the end.
-    if (options.runForSeconds && ticks.lastTicked() - start >= std::chrono::duration<double>(*options.runForSeconds))
-      stop();
-  });
-  stop = [&] {
+  bool stopping = false;
+  const auto stop = [&] {
+    if (std::exchange(stopping, true)) return;
     ticks.stop();
     signals.cancel();
     status.close();
+    if (hooks.onStop) hooks.onStop(program);
     program.exit1click();
-    if (hooks.onStop) hooks.onStop();
-    io.stop();
   };
   signals.async_wait([&](const asio::error_code& error, int) {
     if (!error) stop();
   });
-  ticks.start();
-  io.run();
+  std::optional<std::chrono::duration<double>> runFor;
+  if (options.runForSeconds) runFor = std::chrono::duration<double>(*options.runForSeconds);
+  ticks.run([&](const LocalTime& now) {
+    if (hooks.beforeTick) hooks.beforeTick(program, now);
+    program.tick(now);
+    status.update(now);
+    // Stop by the seconds ticked, not by the clock: a tick running behind the
+    // clock still makes every minute's pass up to the end.
+    if (runFor && ticks.lastTicked() - start >= *runFor) stop();
+  });
   if (hooks.onFinished) hooks.onFinished(program);
   return 0;
 }

@@ -49,6 +49,9 @@ void StationProgram::start() {
   lastTick_ = now;
   statistics_.load(now);
   runDutyWithMessage(errorLog_, "error with house keeping ", [&] { housekeeping_.resetOnStart(now); });
+  // Started again within a minute whose pass an earlier run made: that
+  // minute is done (its lines are in the logs, its values saved).
+  if (dataFiles_.minuteAlreadyLogged(now)) cycleState_.last_minute_done = static_cast<std::uint16_t>(now.minute);
   if (station_.code == stationtype::none) {
     errorLog_.write("the station name \"" + station_.storedName +
                     "\" (section \"Weather Station Type\" key \"Name\") is not one this program knows; "
@@ -66,7 +69,7 @@ void StationProgram::openStationLink() {
   if (!link_) link_ = configuredLink();
   const VantageTransport transport = station_.vantageOverTcp ? VantageTransport::Tcp : VantageTransport::Serial;
   vantage_ = std::make_unique<VantageDriver>(receive_, record_, readVantageOptions(stores_.main), link_.get(),
-                                             stationLog_, transport);
+                                             stationLog_, transport, deviceTime_);
   vantage_->onReading = [this] { onReading(); };
   vantage_->currentMaxGust = [this] { return statistics_.todaysHighGust(); };
   vantage_->onConsoleDailyGust = [this](double knots) { statistics_.raiseHighGust(knots, lastTick_); };

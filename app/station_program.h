@@ -35,8 +35,13 @@ class StationProgram {
   // port. The tick is driven from outside through tick().
   void start();
   // Before start(): read the station through `link` instead of the port the
-  // settings name (a benchmark's in-memory console).
-  void useLink(std::unique_ptr<ByteLink> link) { link_ = std::move(link); }
+  // settings name (a simulated console in the same process), with the
+  // console's waits measured on `deviceTime` (the program clock, for a
+  // console that lives in program time).
+  void useLink(std::unique_ptr<ByteLink> link, const DeviceClock& deviceTime) {
+    link_ = std::move(link);
+    deviceTime_ = &deviceTime;
+  }
   void tick(const LocalTime& now);
   // Stop: raise the companions' exit flags, write the rain storage and the
   // records, flush the settings.
@@ -50,6 +55,7 @@ class StationProgram {
   const MainCycle& cycle() const { return cycle_; }
   const DataFileWriters& dataFiles() const { return dataFiles_; }
   TextLog& errorLog() { return errorLog_; }
+  SettingsStore& settings() { return stores_.main; }
 
  private:
   void openStationLink();
@@ -75,6 +81,7 @@ class StationProgram {
   Housekeeping housekeeping_;
   DataFileWriters dataFiles_;
   std::unique_ptr<ByteLink> link_;
+  const DeviceClock* deviceTime_ = nullptr;  // null: real time
   std::unique_ptr<VantageDriver> vantage_;
   LocalTime lastTick_;
   std::string recordsBackupText_;

@@ -1,8 +1,5 @@
 #include "app/terminal_status.h"
 
-#include <algorithm>
-#include <cmath>
-
 #include "app/station_program.h"
 #include "app/status_line.h"
 #include "core/platform/terminal.h"
@@ -11,24 +8,23 @@ namespace nimbrel {
 namespace {
 
 constexpr const char* kClearLine = "\r\x1b[K";
+// Four redraws a real second, whatever the program clock's speed.
+constexpr auto kRedrawEvery = std::chrono::milliseconds(250);
 
 }  // namespace
 
-int ticksPerRedrawAt(double speed) { return std::max(1, static_cast<int>(std::ceil(speed / 4.0))); }
-
-TerminalStatus::TerminalStatus(StationProgram& program, std::FILE* terminal, int ticksPerRedraw)
-    : program_(program),
-      terminal_(terminal),
-      ticksPerRedraw_(std::max(1, ticksPerRedraw)),
-      active_(platform::isTerminal(terminal)) {
+TerminalStatus::TerminalStatus(StationProgram& program, std::FILE* terminal)
+    : program_(program), terminal_(terminal), active_(platform::isTerminal(terminal)) {
   if (active_) program_.errorLog().echoThrough([this](std::string_view line) { printAbove(line); });
 }
 
 TerminalStatus::~TerminalStatus() { close(); }
 
 void TerminalStatus::update(const LocalTime& now) {
-  if (!active_ || ++ticksSinceDraw_ < ticksPerRedraw_) return;
-  ticksSinceDraw_ = 0;
+  if (!active_) return;
+  const auto realNow = std::chrono::steady_clock::now();
+  if (realNow - lastDrawnAt_ < kRedrawEvery) return;
+  lastDrawnAt_ = realNow;
   draw(now);
 }
 

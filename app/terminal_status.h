@@ -3,6 +3,7 @@
 // a few times a second of real time whatever the clock's speed. Lines of the
 // error log are printed above it. Off a terminal it does nothing.
 
+#include <chrono>
 #include <cstdio>
 #include <string_view>
 
@@ -14,8 +15,7 @@ class StationProgram;
 
 class TerminalStatus {
  public:
-  // `ticksPerRedraw`: program seconds between redraws.
-  TerminalStatus(StationProgram& program, std::FILE* terminal, int ticksPerRedraw);
+  TerminalStatus(StationProgram& program, std::FILE* terminal);
   ~TerminalStatus();
   TerminalStatus(const TerminalStatus&) = delete;
   TerminalStatus& operator=(const TerminalStatus&) = delete;
@@ -31,14 +31,10 @@ class TerminalStatus {
 
   StationProgram& program_;
   std::FILE* terminal_;
-  int ticksPerRedraw_;
-  int ticksSinceDraw_ = 0;
+  std::chrono::steady_clock::time_point lastDrawnAt_{};
   bool active_;
   bool shown_ = false;
   LocalTime lastDrawn_;
 };
-
-// Redraws about four times a real second at `speed` program seconds per second.
-int ticksPerRedrawAt(double speed);
 
 }  // namespace nimbrel

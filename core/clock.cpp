@@ -29,7 +29,11 @@ std::optional<SystemTime> parseLocalTime(std::string_view text) {
   if (n != 6 && n != 5) return std::nullopt;
   if (mo < 1 || mo > 12 || d < 1 || d > 31 || h < 0 || h > 23 || mi < 0 || mi > 59 || s < 0 || s > 59)
     return std::nullopt;
-  return fromLocalTime(y, mo, d, h, mi, s);
+  const SystemTime t = fromLocalTime(y, mo, d, h, mi, s);
+  // A day the month does not have (30 February) would carry into the next month.
+  const LocalTime check = toLocalTime(t);
+  if (check.year != y || check.month != mo || check.day != d) return std::nullopt;
+  return t;
 }
 
 std::string formatLocalTime(const LocalTime& t) {

@@ -60,7 +60,35 @@ class ScaledClock final : public Clock {
   double speed_;
 };
 
-// A clock that moves only when told to; for tests and replays.
+// How long a device's waits last: how long a console may take to answer, the
+// silence before it is woken again. Against a real station that is the
+// machine's real time, whatever the program clock's speed; in a simulated
+// run, where the console is simulated too, it is the program clock.
+class DeviceClock {
+ public:
+  using time_point = std::chrono::steady_clock::time_point;
+  virtual ~DeviceClock() = default;
+  virtual time_point now() const = 0;
+};
+
+class RealDeviceClock final : public DeviceClock {
+ public:
+  time_point now() const override { return std::chrono::steady_clock::now(); }
+};
+
+// Device time that follows a program clock (a simulated run).
+class ProgramDeviceClock final : public DeviceClock {
+ public:
+  explicit ProgramDeviceClock(const Clock& clock) : clock_(clock) {}
+  time_point now() const override {
+    return time_point(std::chrono::duration_cast<time_point::duration>(clock_.now().time_since_epoch()));
+  }
+
+ private:
+  const Clock& clock_;
+};
+
+// A clock that moves only when told to: tests, replays and simulated runs.
 class ManualClock final : public Clock {
  public:
   explicit ManualClock(SystemTime start = SystemTime{}) : now_(start) {}

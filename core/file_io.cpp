@@ -105,6 +105,19 @@ bool appendWithHeader(const std::filesystem::path& target, std::string_view head
   return true;
 }
 
+std::optional<std::string> readFileTail(const std::filesystem::path& source, std::size_t most) {
+  FilePtr f(std::fopen(source.c_str(), "rb"));
+  if (!f || std::fseek(f.get(), 0, SEEK_END) != 0) return std::nullopt;
+  const long size = std::ftell(f.get());
+  if (size < 0) return std::nullopt;
+  const long from = size > static_cast<long>(most) ? size - static_cast<long>(most) : 0;
+  if (std::fseek(f.get(), from, SEEK_SET) != 0) return std::nullopt;
+  std::string content(static_cast<std::size_t>(size - from), '\0');
+  content.resize(std::fread(content.data(), 1, content.size(), f.get()));
+  if (std::ferror(f.get())) return std::nullopt;
+  return content;
+}
+
 std::optional<std::string> readWholeFile(const std::filesystem::path& source, std::string* error) {
   FilePtr f(std::fopen(source.c_str(), "rb"));
   if (!f) {

@@ -46,4 +46,8 @@ bool appendWithHeader(const std::filesystem::path& target, std::string_view head
 std::optional<std::string> readWholeFile(const std::filesystem::path& source,
                                          std::string* error = nullptr);
 
+// The file's last `most` bytes (all of a shorter file), or nothing when it
+// cannot be read.
+std::optional<std::string> readFileTail(const std::filesystem::path& source, std::size_t most);
+
 }  // namespace nimbrel

@@ -3,7 +3,9 @@
 #include "core/settings_store.h"
 #include "datafiles/clientraw.h"
 #include "datafiles/csv_logs.h"
+#include "datafiles/log_files.h"
 #include "datafiles/monthly_log.h"
+#include "datafiles/monthly_log_reader.h"
 #include "processing/cycle/main_cycle.h"
 #include "processing/statistics/station_statistics.h"
 
@@ -38,6 +40,14 @@ void DataFileWriters::attach(MainCycle& cycle, const LocalTime& now, const bool&
   cycle.secondHalf.clientraw.run = [this, &now] {
     if (clientrawInterval_.due()) clientraw(now);
   };
+}
+
+bool DataFileWriters::minuteAlreadyLogged(const LocalTime& now) const {
+  const LogCall call = callFor(now);
+  const ReadingTime time = lineTime(call, parts_.record);
+  const auto last = lastLoggedTime(monthFile(logOptions_, time, "lg.txt"));
+  return last && last->year == time.year && last->month == time.month && last->day == time.day &&
+         last->hour == time.hour && last->minute == time.minute;
 }
 
 LogCall DataFileWriters::callFor(const LocalTime& now) const {

@@ -43,6 +43,11 @@ class DataFileWriters {
   // `dataComplete` the data watchdog's verdict (nothing is logged before it).
   void attach(MainCycle& cycle, const LocalTime& now, const bool& dataComplete);
 
+  // Whether the monthly log already holds a line for the minute of `now`:
+  // a program started again within a minute it logged before must not log
+  // that minute a second time.
+  bool minuteAlreadyLogged(const LocalTime& now) const;
+
   const IoStatus& status() const { return status_; }
   const std::filesystem::path& lastLogFile() const { return lastLogFile_; }
   std::uint64_t clientrawWrites() const { return clientrawWrites_; }

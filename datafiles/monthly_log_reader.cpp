@@ -80,4 +80,24 @@ std::optional<MonthlyLogText> readMonthlyLog(const std::filesystem::path& file) 
   return MonthlyLogText(std::move(*text));
 }
 
+
+std::optional<ReadingTime> lastLoggedTime(const std::filesystem::path& file) {
+  // A few lines from the end are enough: a line is about 90 characters.
+  constexpr std::size_t kTail = 4096;
+  auto tail = readFileTail(file, kTail);
+  if (!tail) return std::nullopt;
+  // The tail's first line may be cut; a cut line is no data line, so it is
+  // skipped anyway unless it happens to end in seventeen numbers: drop it.
+  if (tail->size() == kTail) {
+    const auto firstEnd = tail->find('\n');
+    tail->erase(0, firstEnd == std::string::npos ? tail->size() : firstEnd + 1);
+  }
+  const MonthlyLogText text(std::move(*tail));
+  if (text.lines().empty()) return std::nullopt;
+  const MonthlyLogLine& line = text.lines().back();
+  auto field = [&](LogColumn column) { return static_cast<std::uint16_t>(line.number(column)); };
+  return ReadingTime{field(LogColumn::day),  field(LogColumn::month),  field(LogColumn::year),
+                     field(LogColumn::hour), field(LogColumn::minute), 0};
+}
+
 }  // namespace nimbrel

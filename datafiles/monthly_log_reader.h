@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "core/live_record.h"
 #include "datafiles/log_fields.h"
 
 namespace nimbrel {
@@ -43,5 +44,9 @@ class MonthlyLogText {
 
 // Nothing when the file cannot be read.
 std::optional<MonthlyLogText> readMonthlyLog(const std::filesystem::path& file);
+
+// The date and time of the last whole data line of a monthly log, read from
+// the file's end; nothing when it has none or cannot be read.
+std::optional<ReadingTime> lastLoggedTime(const std::filesystem::path& file);
 
 }  // namespace nimbrel

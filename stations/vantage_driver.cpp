@@ -15,21 +15,28 @@ constexpr std::uint8_t kAck = 0x06;
 constexpr std::uint8_t kNak = 0x15;
 constexpr std::uint32_t kStreamBytes = VantageDriver::kPacketsPerRequest * kLoopFrameLength + 1;
 constexpr int kWakeTries = 3;
-constexpr int kWakeTimeoutTicks = 2;
-constexpr int kRestTicksAfterFailedWake = 5;
-constexpr int kCommandTimeoutTicks = 3;
-constexpr int kBlockTimeoutTicks = 5;
+constexpr std::chrono::seconds kCommandAnswerWait{3};
+constexpr std::chrono::seconds kBlockAnswerWait{5};
+// Streaming has no deadline of its own: the silence check ends it.
+constexpr std::chrono::hours kNoDeadline{24 * 365};
+
+const DeviceClock& realTimeUnlessGiven(const DeviceClock* given) {
+  static const RealDeviceClock realTime;
+  return given ? *given : realTime;
+}
 
 }  // namespace
 
 VantageDriver::VantageDriver(ReceiveState& state, LiveRecord& record, VantageOptions options,
-                             ByteLink* link, TextLog& stationLog, VantageTransport transport)
+                             ByteLink* link, TextLog& stationLog, VantageTransport transport,
+                             const DeviceClock* deviceClock)
     : state_(state),
       record_(record),
       options_(options),
       link_(link),
       stationLog_(stationLog),
-      transport_(transport) {
+      transport_(transport),
+      device_(realTimeUnlessGiven(deviceClock)) {
   state_.headerVariant = options_.revb;
   state_.rawLogging = options_.rawLogging;
   frameHandlers_.onLoopFrame = [this] { decodeLoopFrame(); };
@@ -38,6 +45,7 @@ VantageDriver::VantageDriver(ReceiveState& state, LiveRecord& record, VantageOpt
 
 void VantageDriver::receive(std::span<const std::uint8_t> bytes, const LocalTime& now) {
   now_ = now;
+  lastHeard_ = device_.now();
   switch (phase_) {
     case Phase::Idle:
     case Phase::Streaming:
@@ -75,7 +83,7 @@ void VantageDriver::CommPortDriverReceiveData(std::span<const std::uint8_t> byte
         stationLog_.write("sending  time to VP console");
         reply_.clear();
         send(data);
-        enter(Phase::SetTimeData, kCommandTimeoutTicks);
+        enter(Phase::SetTimeData, kCommandAnswerWait);
       }
       break;
     case Phase::SetTimeData:
@@ -143,23 +151,22 @@ void VantageDriver::poll(const LocalTime& now) {
     ticksSinceHilows_ = 0;
     pending_.hilows = true;
   }
-  if (restTicks_ > 0) {
-    --restTicks_;
-    return;
-  }
+  const auto deviceNow = device_.now();
+  if (deviceNow < restUntil_) return;
   switch (phase_) {
     case Phase::Idle:
       startWake();
       break;
     case Phase::Streaming:
-      if (state_.noDataTicks >= kSilentTicksBeforeWake) {
-        stationLog_.write("no data from the Vantage console for " + std::to_string(state_.noDataTicks) +
+      if (deviceNow - lastHeard_ >= kSilenceBeforeWake) {
+        const auto silent = std::chrono::duration_cast<std::chrono::seconds>(deviceNow - lastHeard_);
+        stationLog_.write("no data from the Vantage console for " + std::to_string(silent.count()) +
                           " seconds, waking it again");
         startWake();
       }
       break;
     default:
-      if (++phaseTicks_ > phaseTimeout_) onTimeout();
+      if (deviceNow >= phaseDeadline_) onTimeout();
   }
 }
 
@@ -170,7 +177,7 @@ void VantageDriver::startWake() {
   wakeTries_ = 1;
   ++counters_.wakeUps;
   send("\n");
-  enter(Phase::Waking, kWakeTimeoutTicks);
+  enter(Phase::Waking, kWakeAnswerWait);
 }
 
 void VantageDriver::afterWake() {
@@ -181,27 +188,27 @@ void VantageDriver::afterWake() {
     pending_.hilows = false;
     beginBlock(state_);
     send("HILOWS\n");
-    enter(Phase::Hilows, kBlockTimeoutTicks);
+    enter(Phase::Hilows, kBlockAnswerWait);
   } else if (pending_.setTime) {
     stationLog_.write("sending SETTIME  to VP console");
     send("SETTIME\n");
-    enter(Phase::SetTimeCommand, kCommandTimeoutTicks);
+    enter(Phase::SetTimeCommand, kCommandAnswerWait);
   } else if (pending_.getTime) {
     send("GETTIME\n");
-    enter(Phase::GetTime, kCommandTimeoutTicks);
+    enter(Phase::GetTime, kCommandAnswerWait);
   } else {
     // "LOOP 55" and a line feed, the last four bytes one at a time.
     streamBytes_ = 0;
     send("LOOP");
     for (std::uint8_t b : {0x20, 0x35, 0x35, 0x0A}) send(std::span<const std::uint8_t>(&b, 1));
-    enter(Phase::Streaming, 0);
+    enter(Phase::Streaming, kNoDeadline);
+    lastHeard_ = device_.now();  // the silence is counted from the request
   }
 }
 
-void VantageDriver::enter(Phase phase, int timeoutTicks) {
+void VantageDriver::enter(Phase phase, DeviceClock::time_point::duration timeout) {
   phase_ = phase;
-  phaseTicks_ = 0;
-  phaseTimeout_ = timeoutTicks;
+  phaseDeadline_ = device_.now() + timeout;
 }
 
 void VantageDriver::onTimeout() {
@@ -211,14 +218,14 @@ void VantageDriver::onTimeout() {
         ++wakeTries_;
         reply_.clear();
         send("\n");
-        enter(Phase::Waking, kWakeTimeoutTicks);
+        enter(Phase::Waking, kWakeAnswerWait);
         return;
       }
       if (!outageLogged_)
         stationLog_.write("the Vantage console" + (link_ ? " on " + link_->describe() : std::string()) +
                           " does not answer the wake-up call; trying again");
       outageLogged_ = true;
-      restTicks_ = kRestTicksAfterFailedWake;
+      restUntil_ = device_.now() + kRestAfterFailedWake;
       break;
     case Phase::Hilows:
       state_.blockMode = false;

@@ -4,9 +4,15 @@
 // the daily highs block (HILOWS), sets and reads the console clock, and routes
 // every received byte either to the command dialogue or to the live framing.
 //
-// Wake-up: a line feed, answered by LF CR; up to three tries, two ticks
-// apart. A console that then still says nothing is tried again five ticks
-// later; the outage is logged once.
+// Wake-up: a line feed, answered by LF CR; up to three tries, two seconds
+// apart. A console that then still says nothing is tried again five seconds
+// later; the outage is logged once. A streaming console that says nothing for
+// six seconds is woken again.
+//
+// Those waits are the console's and are measured on the device clock: real
+// time against a real console, at whatever speed the program clock runs, so
+// a console that answers in a fifth of a second is read at 60 times real
+// speed as well as at 1. The driver looks at them once per tick.
 
 #include <cstdint>
 #include <functional>
@@ -37,11 +43,15 @@ struct VantageCounters {
 class VantageDriver {
  public:
   static constexpr int kPacketsPerRequest = 55;
-  static constexpr int kSilentTicksBeforeWake = 6;
+  static constexpr std::chrono::seconds kSilenceBeforeWake{6};
+  static constexpr std::chrono::seconds kWakeAnswerWait{2};
+  static constexpr std::chrono::seconds kRestAfterFailedWake{5};
   static constexpr int kHilowsEveryTicks = 600;
 
+  // `deviceClock` null: real time.
   VantageDriver(ReceiveState& state, LiveRecord& record, VantageOptions options, ByteLink* link,
-                TextLog& stationLog, VantageTransport transport = VantageTransport::Serial);
+                TextLog& stationLog, VantageTransport transport = VantageTransport::Serial,
+                const DeviceClock* deviceClock = nullptr);
 
   // A receive event from the link.
   void receive(std::span<const std::uint8_t> bytes, const LocalTime& now);
@@ -76,7 +86,7 @@ class VantageDriver {
   void decodeBlock();
   void startWake();
   void afterWake();
-  void enter(Phase phase, int timeoutTicks);
+  void enter(Phase phase, DeviceClock::time_point::duration timeout);
   void onTimeout();
   void send(std::string_view text);
   void send(std::span<const std::uint8_t> bytes);
@@ -91,11 +101,12 @@ class VantageDriver {
   VantageTransport transport_;
   VantageFrameHandlers frameHandlers_;
 
+  const DeviceClock& device_;
   Phase phase_ = Phase::Idle;
-  int phaseTicks_ = 0;
-  int phaseTimeout_ = 0;
+  DeviceClock::time_point phaseDeadline_{};
+  DeviceClock::time_point restUntil_{};
+  DeviceClock::time_point lastHeard_{};
   int wakeTries_ = 0;
-  int restTicks_ = 0;
   bool outageLogged_ = false;
   int ticksSinceHilows_ = 0;
   std::uint32_t streamBytes_ = 0;

@@ -4,19 +4,24 @@
 
 namespace nimbrel {
 
-TickDriver::TickDriver(asio::io_context& io, const ScaledClock& clock,
-                       std::function<void(const LocalTime&)> onTick)
-    : timer_(io), clock_(clock), onTick_(std::move(onTick)) {}
+TickDriver::TickDriver(asio::io_context& io, const ScaledClock& clock) : io_(io), timer_(io), clock_(clock) {}
 
-void TickDriver::start() {
+void TickDriver::start(OnTick onTick) {
+  onTick_ = std::move(onTick);
   lastSecond_ = std::chrono::floor<std::chrono::seconds>(clock_.now());
   stopped_ = false;
   scheduleNext();
 }
 
+void TickDriver::run(OnTick onTick) {
+  start(std::move(onTick));
+  io_.run();
+}
+
 void TickDriver::stop() {
   stopped_ = true;
   timer_.cancel();
+  io_.stop();
 }
 
 void TickDriver::scheduleNext() {

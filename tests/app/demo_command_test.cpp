@@ -1,11 +1,13 @@
 #include "app/demo_command.h"
 
+#include <fmt/format.h>
 #include <gtest/gtest.h>
 
 #include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "app/demo_summary.h"
 #include "app/status_line.h"
@@ -33,7 +35,7 @@ TEST(DemoFolder, FreshFolderGetsTheSimulatedStationAndAnExistingDemoFolderOnlyIt
   testsupport::TempFolder dir;
   ManualClock clock(parseLocalTime("2026-11-23 10:00:00").value());
   const auto folder = dir / "demo";
-  ASSERT_EQ(prepareDemoFolder(folder, 40001, clock), "");
+  ASSERT_EQ(prepareDemoFolder(folder, std::uint16_t{40001}, clock), "");
   EXPECT_EQ(settingOf(folder, "Weather Station Type", "Name"), "DAVIS VANTAGE PRO");
   EXPECT_EQ(settingOf(folder, "Comport", "use tcpip vp ip"), "127.0.0.1");
   EXPECT_EQ(settingOf(folder, "Comport", "use tcpip vp port"), "40001");
@@ -44,7 +46,7 @@ TEST(DemoFolder, FreshFolderGetsTheSimulatedStationAndAnExistingDemoFolderOnlyIt
     store.WriteString("Rain storage", "today", "4.2");
     ASSERT_TRUE(store.flush());
   }
-  ASSERT_EQ(prepareDemoFolder(folder, 40002, clock), "");
+  ASSERT_EQ(prepareDemoFolder(folder, std::uint16_t{40002}, clock), "");
   EXPECT_EQ(settingOf(folder, "Comport", "use tcpip vp port"), "40002");
   EXPECT_EQ(settingOf(folder, "Rain storage", "today"), "4.2");
 }
@@ -54,7 +56,7 @@ TEST(DemoFolder, RefusesTheFolderOfAnotherStationAndLeavesItUntouched) {
   ManualClock clock(parseLocalTime("2026-11-23 10:00:00").value());
   const std::string settings = "[Weather Station Type]\r\nName=DAVIS VANTAGE PRO\r\n[Comport]\r\nnumber=3\r\n";
   std::ofstream(dir / "NIMBREL.INI", std::ios::binary) << settings;
-  const std::string problem = prepareDemoFolder(dir.path(), 40001, clock);
+  const std::string problem = prepareDemoFolder(dir.path(), std::uint16_t{40001}, clock);
   EXPECT_NE(problem.find("holds the settings of another station"), std::string::npos) << problem;
   EXPECT_NE(problem.find("--dir"), std::string::npos) << problem;
   EXPECT_EQ(readText(dir / "NIMBREL.INI"), settings);
@@ -101,30 +103,99 @@ TEST(StatusLine, ShowsReadingsCountsAndFilesAndFitsTheTerminal) {
   EXPECT_EQ(fitToColumns("abc", 3), "abc");
 }
 
-TEST(Demo, AnHourOfProgramTimeWritesTheLogsAndListsThem) {
-  testsupport::TempFolder dir;
-  DemoOptions options;
-  options.dir = dir / "demo";
-  options.start = parseLocalTime("2026-11-23 10:00:00");
-  options.speed = 1800;
-  options.runForSeconds = 3600;
-  std::FILE* out = std::tmpfile();
-  ASSERT_EQ(runDemo(options, out), 0);
-  std::rewind(out);
-  std::string printed(1 << 16, '\0');
-  printed.resize(std::fread(printed.data(), 1, printed.size(), out));
-  std::fclose(out);
+// What a demo run printed, and its folder.
+struct DemoResult {
+  int status = -1;
+  std::string printed;
+};
 
-  const std::string log = readText(options.dir / "logfiles" / "112026lg.txt");
-  std::size_t lines = 0;
-  for (char c : log) lines += c == '\n';
-  // The header and a line for each minute from when the data was complete.
-  EXPECT_GE(lines, 55u);
-  EXPECT_LE(lines, 61u);
-  EXPECT_NE(readText(options.dir / "webfiles" / "clientraw.txt").find("Demo_Station"), std::string::npos);
-  EXPECT_NE(printed.find("logfiles/112026lg.txt"), std::string::npos) << printed;
-  EXPECT_NE(printed.find("the monthly log"), std::string::npos);
-  EXPECT_NE(printed.find("webfiles/clientraw.txt"), std::string::npos);
+DemoResult runDemoIn(const std::filesystem::path& folder, std::optional<SystemTime> start, double runFor,
+                     ClockSpeed speed = ClockSpeed::max()) {
+  DemoOptions options;
+  options.dir = folder;
+  options.start = start;
+  options.speed = speed;
+  options.runForSeconds = runFor;
+  std::FILE* out = std::tmpfile();
+  DemoResult result;
+  result.status = runDemo(options, out);
+  std::rewind(out);
+  result.printed.resize(1 << 16);
+  result.printed.resize(std::fread(result.printed.data(), 1, result.printed.size(), out));
+  std::fclose(out);
+  return result;
+}
+
+// The "HH:MM" of every line of a monthly log after its header.
+std::vector<std::string> loggedMinutes(const std::filesystem::path& log) {
+  std::vector<std::string> minutes;
+  std::istringstream lines(readText(log));
+  std::string line;
+  std::getline(lines, line);  // the header
+  while (std::getline(lines, line)) {
+    std::istringstream fields(line);
+    int day = 0, month = 0, year = 0, hour = 0, minute = 0;
+    fields >> day >> month >> year >> hour >> minute;
+    minutes.push_back(fmt::format("{:02}:{:02}", hour, minute));
+  }
+  return minutes;
+}
+
+std::vector<std::string> minutesFrom(int hour, int minute, int count) {
+  std::vector<std::string> minutes;
+  for (int i = 0; i < count; ++i, ++minute) minutes.push_back(fmt::format("{:02}:{:02}", hour + minute / 60, minute % 60));
+  return minutes;
+}
+
+TEST(Demo, AnHourOfSimulatedTimeLogsEveryMinuteOnceAndListsTheFiles) {
+  testsupport::TempFolder dir;
+  const auto folder = dir / "demo";
+  const DemoResult run = runDemoIn(folder, parseLocalTime("2026-11-23 10:00:00"), 3600);
+  ASSERT_EQ(run.status, 0);
+  // The start's own minute too: the console's first reading comes within it.
+  EXPECT_EQ(loggedMinutes(folder / "logfiles" / "112026lg.txt"), minutesFrom(10, 0, 61));
+  EXPECT_NE(readText(folder / "webfiles" / "clientraw.txt").find("Demo_Station"), std::string::npos);
+  EXPECT_NE(run.printed.find("logfiles/112026lg.txt"), std::string::npos) << run.printed;
+  EXPECT_NE(run.printed.find("the monthly log"), std::string::npos);
+  EXPECT_NE(run.printed.find("webfiles/clientraw.txt"), std::string::npos);
+}
+
+// The same start, seed, settings and span give the same files, byte for
+// byte, however busy the machine is.
+TEST(Demo, TwoSimulatedRunsWriteIdenticalFiles) {
+  testsupport::TempFolder dir;
+  const auto start = parseLocalTime("2026-12-31 22:30:00");
+  // Both runs in the same place: the logs name their folder.
+  ASSERT_EQ(runDemoIn(dir / "demo", start, 3 * 3600).status, 0);
+  std::filesystem::rename(dir / "demo", dir / "a");
+  ASSERT_EQ(runDemoIn(dir / "demo", start, 3 * 3600).status, 0);
+  std::filesystem::rename(dir / "demo", dir / "b");
+  std::size_t compared = 0;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(dir / "a")) {
+    if (!entry.is_regular_file()) continue;
+    const auto relative = std::filesystem::relative(entry.path(), dir / "a");
+    SCOPED_TRACE(relative.string());
+    ASSERT_TRUE(std::filesystem::exists(dir / "b" / relative));
+    EXPECT_EQ(readText(entry.path()), readText(dir / "b" / relative));
+    ++compared;
+  }
+  EXPECT_GE(compared, 10u);
+  EXPECT_TRUE(std::filesystem::exists(dir / "a" / "logfiles" / "12027lg.txt")) << "the run did not reach January";
+}
+
+// A demo started again in its folder goes on where the last one stopped:
+// no minute is logged twice or left out.
+TEST(Demo, ASecondDemoInTheFolderGoesOnWhereTheFirstStopped) {
+  testsupport::TempFolder dir;
+  const auto folder = dir / "demo";
+  ASSERT_EQ(runDemoIn(folder, parseLocalTime("2026-11-23 10:00:00"), 1800).status, 0);
+  const DemoResult second = runDemoIn(folder, std::nullopt, 1800);
+  ASSERT_EQ(second.status, 0);
+  EXPECT_NE(second.printed.find("starts at 2026-11-23 10:30:00"), std::string::npos) << second.printed;
+  const auto minutes = loggedMinutes(folder / "logfiles" / "112026lg.txt");
+  ASSERT_FALSE(minutes.empty());
+  EXPECT_EQ(minutes, minutesFrom(10, 0, static_cast<int>(minutes.size())));
+  EXPECT_EQ(minutes.back(), "11:00");
 }
 
 }  // namespace

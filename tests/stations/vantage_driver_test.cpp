@@ -31,7 +31,9 @@ class RecordingLink final : public ByteLink {
 
 class DriverHarness : public ::testing::Test {
  protected:
-  DriverHarness() : log(dir / "stationlog.txt", clock), driver(state, record, {}, &link, log) {
+  DriverHarness()
+      : log(dir / "stationlog.txt", clock),
+        driver(state, record, {}, &link, log, VantageTransport::Serial, &deviceTime) {
     driver.onReading = [this] { ++readings; };
   }
   void answer(const std::string& text) {
@@ -52,8 +54,19 @@ class DriverHarness : public ::testing::Test {
     answer("\n\r");
   }
 
+  // Ticks `seconds` program seconds, the console's time going with them.
+  void tickFor(int seconds) {
+    for (int i = 0; i < seconds; ++i) {
+      clock.advance(std::chrono::seconds(1));
+      consoleClock.advance(std::chrono::seconds(1));
+      driver.poll(clock.local());
+    }
+  }
+
   testsupport::TempFolder dir;
   ManualClock clock{fromLocalTime(2026, 6, 1, 12, 0, 0)};
+  ManualClock consoleClock{fromLocalTime(2026, 6, 1, 12, 0, 0)};
+  ProgramDeviceClock deviceTime{consoleClock};
   LocalTime now = clock.local();
   TextLog log;
   ReceiveState state;
@@ -85,20 +98,39 @@ TEST_F(DriverHarness, WakesReadsTheHighsThenAsksForFiftyFivePackets) {
 TEST_F(DriverHarness, ASilentConsoleIsWokenAgainAndTheOutageLoggedOnce) {
   wakeAndSkipHilows();
   link.take();
-  for (int i = 0; i < VantageDriver::kSilentTicksBeforeWake; ++i) driver.poll(now);
+  tickFor(5);
+  EXPECT_EQ(link.take(), "");  // five silent seconds are not yet an outage
+  tickFor(1);
   EXPECT_EQ(link.take(), "\n");
-  // No answer at all: three tries two ticks apart, then a rest, then again.
-  for (int i = 0; i < 40; ++i) driver.poll(now);
+  // No answer at all: three tries two seconds apart, then a rest, then again.
+  tickFor(40);
   const std::string sent = link.take();
   EXPECT_GE(std::count(sent.begin(), sent.end(), '\n'), 6);
   const std::string text = readWholeFile(log.path()).value_or("");
   EXPECT_EQ(text.find("does not answer the wake-up call"), text.rfind("does not answer the wake-up call"));
   EXPECT_NE(text.find("test port does not answer the wake-up call"), std::string::npos) << text;
-  for (int i = 0; i < 20 && link.sent.empty(); ++i) driver.poll(now);
+  for (int i = 0; i < 20 && link.sent.empty(); ++i) tickFor(1);
   ASSERT_EQ(link.take(), "\n");
   answer("\n\r");
   EXPECT_EQ(link.take(), "LOOP 55\n");
   EXPECT_NE(readWholeFile(log.path()).value_or("").find("answers again"), std::string::npos);
+}
+
+// The console's waits are its own: with the program clock running 60 times
+// faster than the console's, a console that takes a fifth of a second to
+// answer still has its full two seconds.
+TEST_F(DriverHarness, AFastProgramClockDoesNotShortenTheConsolesTimeToAnswer) {
+  driver.poll(now);
+  ASSERT_EQ(link.take(), "\n");
+  for (int i = 0; i < 12; ++i) {  // 12 program seconds in 0.2 s of the console's time
+    clock.advance(std::chrono::seconds(1));
+    consoleClock.advance(std::chrono::milliseconds(1000 / 60));
+    driver.poll(clock.local());
+  }
+  EXPECT_EQ(link.take(), "") << "the console was not given its time to answer";
+  answer("\n\r");
+  EXPECT_EQ(link.take(), "HILOWS\n");
+  EXPECT_EQ(readWholeFile(log.path()).value_or("").find("does not answer"), std::string::npos);
 }
 
 TEST_F(DriverHarness, SetsAndReadsTheConsoleClock) {
