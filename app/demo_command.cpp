@@ -7,6 +7,7 @@
 #include "app/station_program.h"
 #include "core/ini_store.h"
 #include "core/instance.h"
+#include "core/instance_lock.h"
 #include "stations/station_types.h"
 #include "tools/vantage_sim/server.h"
 
@@ -59,6 +60,12 @@ std::string prepareDemoFolder(const std::filesystem::path& dir, std::uint16_t si
 }
 
 int runDemo(const DemoOptions& options, std::FILE* out) {
+  // Before the demo's settings are written (this makes the folder too).
+  const ProgramFolderLock folderLock = lockProgramFolder(options.dir);
+  if (!folderLock.lock) {
+    fmt::print(stderr, "nimbrel demo: {}\n", folderLock.problem);
+    return 1;
+  }
   asio::io_context io;
   ScaledClock clock(options.start.value_or(std::chrono::system_clock::now()), options.speed);
   sim::ConsoleOptions consoleOptions;
