@@ -8,6 +8,7 @@
 #include "app/station_program.h"
 #include "core/ini_store.h"
 #include "core/instance.h"
+#include "core/instance_lock.h"
 #include "processing/cycle/simulated_ticks.h"
 #include "processing/cycle/tick_driver.h"
 #include "stations/station_types.h"
@@ -206,6 +207,12 @@ std::optional<SystemTime> lastDemoProgramTime(const std::filesystem::path& dir) 
 }
 
 int runDemo(const DemoOptions& options, std::FILE* out) {
+  // Before the demo's settings are written (this makes the folder too).
+  const ProgramFolderLock folderLock = lockProgramFolder(options.dir);
+  if (!folderLock.lock) {
+    fmt::print(stderr, "nimbrel demo: {}\n", folderLock.problem);
+    return 1;
+  }
   const SystemTime start =
       options.start.value_or(lastDemoProgramTime(options.dir).value_or(std::chrono::system_clock::now()));
   return options.speed.simulated ? runSimulatedDemo(options, start, out) : runRealTimeDemo(options, start, out);

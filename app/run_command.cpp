@@ -8,6 +8,7 @@
 
 #include "app/station_program.h"
 #include "app/terminal_status.h"
+#include "core/instance_lock.h"
 #include "processing/cycle/simulated_ticks.h"
 #include "processing/cycle/tick_driver.h"
 
@@ -33,6 +34,13 @@ std::string describeClockSpeed(const ClockSpeed& speed) {
 }
 
 int runStation(const RunOptions& options) {
+  // Before anything is read or written: a second program on this folder and
+  // instance would write every minute twice and undo the other's settings.
+  const ProgramFolderLock folderLock = lockProgramFolder(options.dir);
+  if (!folderLock.lock) {
+    fmt::print(stderr, "nimbrel: {}\n", folderLock.problem);
+    return 1;
+  }
   asio::io_context io;
   const SystemTime start = options.start.value_or(std::chrono::system_clock::now());
   if (options.speed.simulated) {

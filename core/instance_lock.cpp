@@ -1,0 +1,58 @@
+#include "core/instance_lock.h"
+
+#include <fmt/format.h>
+
+#include <system_error>
+#include <variant>
+
+#include "core/instance.h"
+
+namespace nimbrel {
+namespace {
+
+// The folder as the user would look for it: absolute, without "." parts or a
+// trailing separator.
+std::string shownFolder(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::filesystem::path shown = std::filesystem::absolute(folder, error).lexically_normal();
+  if (error) return folder.string();
+  if (!shown.has_filename() && shown.has_relative_path()) shown = shown.parent_path();
+  return shown.string();
+}
+
+std::string refusalSentence(const std::filesystem::path& folder, const InstanceFileNames& names,
+                            const std::string& lockFileName, const platform::LockRefusal& refusal) {
+  const std::string which =
+      fmt::format("the program folder {} (instance settings \"{}\")", shownFolder(folder), names.mainSettings);
+  if (refusal.reason == platform::LockRefusal::Reason::CannotUseFile)
+    return fmt::format(
+        "{} cannot hold the lock file \"{}\" that keeps a second program out ({}); "
+        "let this program write to the folder or give it another with --dir",
+        which, lockFileName, refusal.systemError);
+  const std::string holder =
+      refusal.holderPid > 0 ? fmt::format("process {}", refusal.holderPid) : std::string("another process");
+  return fmt::format("{} is in use by {}; stop that program first or give this one another folder with --dir", which,
+                     holder);
+}
+
+}  // namespace
+
+std::string instanceLockFileName(int instanceNumber) {
+  return instanceFileNames(instanceNumber).mainSettings + ".lock";
+}
+
+ProgramFolderLock lockProgramFolder(const std::filesystem::path& programFolder) {
+  std::error_code error;
+  std::filesystem::create_directories(programFolder, error);
+  if (error)
+    return {std::nullopt, fmt::format("the program folder {} cannot be made ({}); choose another with --dir",
+                                      shownFolder(programFolder), error.message())};
+  const InstanceFileNames names = instanceFileNames(findInstanceNumber(programFolder));
+  const std::string lockFileName = instanceLockFileName(names.instanceNumber);
+  auto acquired = platform::InstanceLock::acquire(programFolder, lockFileName);
+  if (auto* lock = std::get_if<platform::InstanceLock>(&acquired)) return {std::move(*lock), {}};
+  return {std::nullopt,
+          refusalSentence(programFolder, names, lockFileName, std::get<platform::LockRefusal>(acquired))};
+}
+
+}  // namespace nimbrel
