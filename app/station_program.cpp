@@ -49,9 +49,7 @@ void StationProgram::start() {
   lastTick_ = now;
   statistics_.load(now);
   runDutyWithMessage(errorLog_, "error with house keeping ", [&] { housekeeping_.resetOnStart(now); });
-  // Started again within a minute whose pass an earlier run made: that
-  // minute is done (its lines are in the logs, its values saved).
-  if (dataFiles_.minuteAlreadyLogged(now)) cycleState_.last_minute_done = static_cast<std::uint16_t>(now.minute);
+  dataFiles_.resumeAfterLogged(now);
   if (station_.code == stationtype::none) {
     errorLog_.write("the station name \"" + station_.storedName +
                     "\" (section \"Weather Station Type\" key \"Name\") is not one this program knows; "

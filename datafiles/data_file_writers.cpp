@@ -1,5 +1,7 @@
 #include "datafiles/data_file_writers.h"
 
+#include <tuple>
+
 #include "core/settings_store.h"
 #include "datafiles/clientraw.h"
 #include "datafiles/csv_logs.h"
@@ -10,6 +12,14 @@
 #include "processing/statistics/station_statistics.h"
 
 namespace nimbrel {
+namespace {
+
+// How far past the start a restart looks for lines logged already.
+constexpr int kResumeLookAhead = 180;
+
+auto minuteOrder(const ReadingTime& t) { return std::tie(t.year, t.month, t.day, t.hour, t.minute); }
+
+}  // namespace
 
 DataFileWriters::DataFileWriters(DataFileParts parts)
     : parts_(std::move(parts)),
@@ -20,18 +30,18 @@ DataFileWriters::DataFileWriters(DataFileParts parts)
 void DataFileWriters::attach(MainCycle& cycle, const LocalTime& now, const bool& dataComplete) {
   auto& minute = cycle.minutePass;
   minute.logfile.run = [this, &now, &dataComplete] {
-    if (!dataComplete) return;
+    if (!dataComplete || !logsDue(now)) return;
     LogSinks sinks{status_, parts_.errorLog, parts_.diagnostics};
     const LogfileResult result = logfile(parts_.record, callFor(now), logOptions_, parts_.mainSettings, sinks);
     if (result.written) lastLogFile_ = result.file;
   };
   minute.csvLogfile.run = [this, &now, &dataComplete] {
-    if (dataComplete) minuteLogs(now);
+    if (dataComplete && logsDue(now)) minuteLogs(now);
   };
   // The last log of the minute: then this minute's rain counter becomes the
   // previous minute's.
   minute.logTenMinutes.run = [this, &now, &dataComplete] {
-    if (dataComplete) {
+    if (dataComplete && logsDue(now)) {
       LogSinks sinks{status_, parts_.errorLog, parts_.diagnostics};
       logfileten(parts_.record, callFor(now), logOptions_, sinks);
     }
@@ -42,12 +52,26 @@ void DataFileWriters::attach(MainCycle& cycle, const LocalTime& now, const bool&
   };
 }
 
-bool DataFileWriters::minuteAlreadyLogged(const LocalTime& now) const {
-  const LogCall call = callFor(now);
-  const ReadingTime time = lineTime(call, parts_.record);
-  const auto last = lastLoggedTime(monthFile(logOptions_, time, "lg.txt"));
-  return last && last->year == time.year && last->month == time.month && last->day == time.day &&
-         last->hour == time.hour && last->minute == time.minute;
+std::optional<ReadingTime> DataFileWriters::lastLoggedAround(const LocalTime& now) const {
+  // The month of `now`, and of a moment shortly after it: the last lines
+  // logged may already be in the next month's file.
+  std::optional<ReadingTime> latest;
+  for (const auto later : {std::chrono::seconds(0), std::chrono::seconds(kResumeLookAhead)}) {
+    const LocalTime t = toLocalTime(fromLocalTime(now.year, now.month, now.day, now.hour, now.minute, now.second) + later);
+    const auto last = lastLoggedTime(monthFile(logOptions_, lineTime(callFor(t), parts_.record), "lg.txt"));
+    if (last && (!latest || minuteOrder(*last) > minuteOrder(*latest))) latest = last;
+  }
+  return latest;
+}
+
+void DataFileWriters::resumeAfterLogged(const LocalTime& now) { loggedThrough_ = lastLoggedAround(now); }
+
+bool DataFileWriters::logsDue(const LocalTime& now) {
+  if (!loggedThrough_) return true;
+  const ReadingTime time = lineTime(callFor(now), parts_.record);
+  if (minuteOrder(time) <= minuteOrder(*loggedThrough_)) return false;
+  loggedThrough_.reset();  // past the logged minutes: from now on every minute is new
+  return true;
 }
 
 LogCall DataFileWriters::callFor(const LocalTime& now) const {

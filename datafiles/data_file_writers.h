@@ -6,6 +6,7 @@
 // minute's rain counter on after the last log of the minute has used it.
 
 #include <filesystem>
+#include <optional>
 
 #include "core/clock.h"
 #include "core/live_record.h"
@@ -43,10 +44,11 @@ class DataFileWriters {
   // `dataComplete` the data watchdog's verdict (nothing is logged before it).
   void attach(MainCycle& cycle, const LocalTime& now, const bool& dataComplete);
 
-  // Whether the monthly log already holds a line for the minute of `now`:
-  // a program started again within a minute it logged before must not log
-  // that minute a second time.
-  bool minuteAlreadyLogged(const LocalTime& now) const;
+  // At start: the minutes up to the monthly log's last line are logged
+  // already. A program started again from a moment before that (a minute
+  // whose pass an earlier run made, or a demo going on from its last saved
+  // time) writes none of them a second time.
+  void resumeAfterLogged(const LocalTime& now);
 
   const IoStatus& status() const { return status_; }
   const std::filesystem::path& lastLogFile() const { return lastLogFile_; }
@@ -54,6 +56,9 @@ class DataFileWriters {
 
  private:
   LogCall callFor(const LocalTime& now) const;
+  std::optional<ReadingTime> lastLoggedAround(const LocalTime& now) const;
+  // Whether the minute of `now` still needs its log lines.
+  bool logsDue(const LocalTime& now);
   void minuteLogs(const LocalTime& now);
   void clientraw(const LocalTime& now);
 
@@ -64,6 +69,7 @@ class DataFileWriters {
   IoStatus status_;
   bool clientrawBusy_ = false;
   std::filesystem::path lastLogFile_;
+  std::optional<ReadingTime> loggedThrough_;
   std::uint64_t clientrawWrites_ = 0;
 };
 

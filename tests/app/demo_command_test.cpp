@@ -192,10 +192,19 @@ TEST(Demo, ASecondDemoInTheFolderGoesOnWhereTheFirstStopped) {
   const DemoResult second = runDemoIn(folder, std::nullopt, 1800);
   ASSERT_EQ(second.status, 0);
   EXPECT_NE(second.printed.find("starts at 2026-11-23 10:30:00"), std::string::npos) << second.printed;
-  const auto minutes = loggedMinutes(folder / "logfiles" / "112026lg.txt");
-  ASSERT_FALSE(minutes.empty());
-  EXPECT_EQ(minutes, minutesFrom(10, 0, static_cast<int>(minutes.size())));
-  EXPECT_EQ(minutes.back(), "11:00");
+  EXPECT_EQ(loggedMinutes(folder / "logfiles" / "112026lg.txt"), minutesFrom(10, 0, 61));
+
+  // A program killed after logging a minute but before saving its settings
+  // goes on from an earlier time: the minutes logged already are not logged again.
+  {
+    ManualClock clock(parseLocalTime("2026-11-23 12:00:00").value());
+    TextLog log({}, clock);
+    IniStore store(folder / "NIMBREL.INI", log);
+    store.WriteString("Demo", "program time", "2026-11-23 10:58:30");
+    ASSERT_TRUE(store.flush());
+  }
+  ASSERT_EQ(runDemoIn(folder, std::nullopt, 600).status, 0);
+  EXPECT_EQ(loggedMinutes(folder / "logfiles" / "112026lg.txt"), minutesFrom(10, 0, 69));
 }
 
 }  // namespace
