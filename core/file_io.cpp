@@ -36,19 +36,11 @@ std::filesystem::path temporaryNameFor(const std::filesystem::path& target) {
 bool writeFileAtomically(const std::filesystem::path& target, std::string_view content, std::string* error,
                          Durability durability) {
   const auto tmp = temporaryNameFor(target);
-  {
-    FilePtr f(std::fopen(tmp.c_str(), "wb"));
-    if (!f) return fail(error, describe(tmp, "cannot create"));
-    const bool written = std::fwrite(content.data(), 1, content.size(), f.get()) == content.size();
-    const bool flushed =
-        durability == Durability::Synced ? platform::syncToDisk(f.get()) : std::fflush(f.get()) == 0;
-    if (!written || !flushed) {
-      std::string why = describe(tmp, "cannot write");
-      f.reset();
-      std::error_code ec;
-      std::filesystem::remove(tmp, ec);
-      return fail(error, why);
-    }
+  if (!platform::writeWholeFile(tmp, content, durability == Durability::Synced)) {
+    std::string why = describe(tmp, "cannot write");
+    std::error_code ec;
+    if (std::filesystem::is_regular_file(tmp, ec)) std::filesystem::remove(tmp, ec);  // ours, half written
+    return fail(error, why);
   }
   std::error_code ec;
   std::filesystem::rename(tmp, target, ec);
@@ -94,14 +86,7 @@ bool appendToFile(const std::filesystem::path& target, std::string_view text, st
 
 bool appendWithHeader(const std::filesystem::path& target, std::string_view header, std::string_view text,
                       bool* created, std::string* error) {
-  FilePtr f(std::fopen(target.c_str(), "ab"));
-  if (!f) return fail(error, describe(target, "cannot open"));
-  const bool empty = std::fseek(f.get(), 0, SEEK_END) == 0 && std::ftell(f.get()) == 0;
-  if (created) *created = empty;
-  const bool headerWritten = !empty || std::fwrite(header.data(), 1, header.size(), f.get()) == header.size();
-  if (!headerWritten || std::fwrite(text.data(), 1, text.size(), f.get()) != text.size() ||
-      std::fflush(f.get()) != 0)
-    return fail(error, describe(target, "cannot write"));
+  if (!platform::appendWhole(target, header, text, created)) return fail(error, describe(target, "cannot write"));
   return true;
 }
 

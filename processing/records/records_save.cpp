@@ -22,7 +22,8 @@ std::string makeBackup(const RecordsBackup& backup) {
   if (!text) return error.empty() ? "unknown error" : error;
   const auto copy = backup.programFolder / kRecordsBackupName;
   if (backup.lastCopied && *backup.lastCopied == *text && std::filesystem::exists(copy, ec)) return {};
-  if (!writeFileAtomically(copy, *text, &error)) return error.empty() ? "unknown error" : error;
+  // The main settings are synced to the disk; their copy needs no sync of its own.
+  if (!writeFileAtomically(copy, *text, &error, Durability::Cached)) return error.empty() ? "unknown error" : error;
   if (backup.lastCopied) *backup.lastCopied = std::move(*text);
   return {};
 }
