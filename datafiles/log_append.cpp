@@ -15,10 +15,16 @@ LogAppend appendLogLine(const std::filesystem::path& file, std::string_view head
   if (!appendWithHeader(file, header, line, &created, &why)) {
     status.lastResult = errno != 0 ? errno : EIO;
     status.lastError = why;
-    if (!status.failing) errorLog.write("cannot write the log " + file.string() + ": " + why);
+    const SystemTime now = errorLog.clock().now();
+    const auto [reported, first] = status.failureReported.try_emplace(file.string(), now);
+    if (first || now - reported->second >= kLogFailureReportEvery) {
+      reported->second = now;
+      errorLog.write("cannot write the log " + file.string() + ": " + why);
+    }
     status.failing = true;
     return LogAppend::Failed;
   }
+  if (!status.failureReported.empty()) status.failureReported.erase(file.string());
   status.lastResult = 0;
   status.lastError.clear();
   status.failing = false;

@@ -1,12 +1,17 @@
 #pragma once
 // Appending lines to the logs. A log is created with its header line when it
-// does not exist (or is empty); an existing log is never rewritten. File errors show no
-// message: the result goes to the writers' status word, the first failure of
-// a spell is written once to the error log, and the next interval tries again.
+// does not exist (or is empty); an existing log is never rewritten. A line
+// goes in whole or not at all (a full disk leaves no torn line). File errors
+// show no message box: the result goes to the writers' status word, a log
+// that cannot be written is reported in the error log once an hour while it
+// stays so, and the next interval tries again.
 
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <unordered_map>
+
+#include "core/clock.h"
 
 namespace nimbrel {
 
@@ -19,7 +24,11 @@ struct IoStatus {
   int lastResult = 0;
   std::string lastError;
   bool failing = false;
+  // The logs in a spell of failures, and when each was last reported.
+  std::unordered_map<std::string, SystemTime> failureReported;
 };
+
+inline constexpr std::chrono::hours kLogFailureReportEvery{1};
 
 enum class LogAppend { Appended, Created, Failed };
 
