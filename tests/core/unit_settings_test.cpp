@@ -4,10 +4,13 @@
 
 #include "core/exit_flags.h"
 #include "core/ini_store.h"
+#include "support/expect_stored.h"
 #include "support/settings_test_folder.h"
 
 namespace nimbrel {
 namespace {
+
+using testsupport::expectStored;
 
 class UnitSettingsTest : public ::testing::Test {
  protected:
@@ -16,11 +19,6 @@ class UnitSettingsTest : public ::testing::Test {
     return loadsettings(open("NIMBREL.INI"));
   }
   IniStore open(std::string_view name) { return IniStore(folder_ / name, folder_.log()); }
-  // Each {section, key, value} as the store holds it.
-  static void expectStored(const IniStore& store, std::initializer_list<std::array<const char*, 3>> entries) {
-    for (const auto& [section, key, value] : entries)
-      EXPECT_EQ(store.ReadString(section, key), value) << '[' << section << "] " << key;
-  }
 
   testsupport::SettingsTestFolder folder_;
 };

@@ -19,34 +19,28 @@ LogOptions optionsIn(UnitSystem units, bool heatIndexFromStation = false) {
   return options;
 }
 
-TEST(LogFieldTexts, TemperaturesFromZeroToTenGetALeadingZeroAfterRounding) {
-  EXPECT_EQ(logTemperatureText(0.0, kMetric), "00.0");
-  EXPECT_EQ(logTemperatureText(5.25, kMetric), "05.3");
-  EXPECT_EQ(logTemperatureText(9.95, kMetric), "10.0");
-  EXPECT_EQ(logTemperatureText(-0.5, kMetric), "-0.5");
-  EXPECT_EQ(logTemperatureText(-12.34, kMetric), "-12.3");
-  EXPECT_EQ(logTemperatureText(-0.04, kMetric), "00.0");  // written as zero, never "-0.0"
+TEST(LogFieldTexts, TemperaturesFromZeroToTenGetALeadingZeroAfterRoundingAndNeverAMinusZero) {
+  for (const auto& [celsius, text] : {std::pair{0.0, "00.0"}, {5.25, "05.3"}, {9.95, "10.0"}, {-0.5, "-0.5"},
+                                      {-12.34, "-12.3"}, {-0.04, "00.0"}})
+    EXPECT_EQ(logTemperatureText(celsius, kMetric), text) << celsius;
   // Fahrenheit: x 1.8 + 32, no leading zero.
   EXPECT_EQ(logTemperatureText(-12.5, kUsa), "9.5");
   EXPECT_EQ(logTemperatureText(-20.0, kUsa), "-4.0");
 }
 
 TEST(LogFieldTexts, HumidityDirectionWindAndBarometerPadding) {
-  EXPECT_EQ(logHumidityText(5), " 5");  // one blank only, however short
-  EXPECT_EQ(logHumidityText(65), " 65");
-  EXPECT_EQ(logHumidityText(100), "100");
-  EXPECT_EQ(logDirectionText(0), "  0");
-  EXPECT_EQ(logDirectionText(9), "  9");
-  EXPECT_EQ(logDirectionText(10), " 10");
-  EXPECT_EQ(logDirectionText(359), "359");
+  // A humidity gets one blank only, however short; a direction fills three columns.
+  for (const auto& [percent, text] : {std::pair<std::uint16_t, const char*>{5, " 5"}, {65, " 65"}, {100, "100"}})
+    EXPECT_EQ(logHumidityText(percent), text) << percent;
+  for (const auto& [degrees, text] : {std::pair<std::uint16_t, const char*>{0, "  0"}, {9, "  9"}, {10, " 10"}, {359, "359"}})
+    EXPECT_EQ(logDirectionText(degrees), text) << degrees;
   EXPECT_EQ(logWindText(0.0, kMetric), "0.0");
   EXPECT_EQ(logWindText(12.34, kMetric), "12.3");
   EXPECT_EQ(logWindText(10.0, kUsa), "11.5");
-  EXPECT_EQ(logBarometerText(1013.25, kMetric), "1013.3");
-  EXPECT_EQ(logBarometerText(999.94, kMetric), "999.9");
-  EXPECT_EQ(logBarometerText(99.5, kMetric), " 99.5");  // a four-character text gets a blank
-  EXPECT_EQ(logBarometerText(1013.25, kUsa), "29.921");
-  EXPECT_EQ(logBarometerText(300.0, kUsa), " 8.859");
+  // A four-character metric text gets a blank in front.
+  for (const auto& [hPa, units, text] : {std::tuple{1013.25, kMetric, "1013.3"}, {999.94, kMetric, "999.9"},
+                                         {99.5, kMetric, " 99.5"}, {1013.25, kUsa, "29.921"}, {300.0, kUsa, " 8.859"}})
+    EXPECT_EQ(logBarometerText(hPa, units), text) << hPa;
 }
 
 TEST(LogFieldTexts, RainInTheLastMinuteIgnoresACounterResetOrAJump) {
