@@ -14,10 +14,7 @@ using testsupport::expectStored;
 
 class UnitSettingsTest : public ::testing::Test {
  protected:
-  UnitSettings loadFrom(std::string_view iniText) {
-    folder_.write("NIMBREL.INI", iniText);
-    return loadsettings(open("NIMBREL.INI"));
-  }
+  UnitSettings loadFrom(std::string_view iniText) { return folder_.readMainSettings(iniText, loadsettings); }
   IniStore open(std::string_view name) { return IniStore(folder_ / name, folder_.log()); }
 
   testsupport::SettingsTestFolder folder_;

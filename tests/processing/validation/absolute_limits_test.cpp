@@ -5,7 +5,6 @@
 #include <limits>
 #include <tuple>
 
-#include "core/ini_store.h"
 #include "support/settings_test_folder.h"
 
 namespace nimbrel {
@@ -44,12 +43,11 @@ TEST(AbsoluteLimitsApply, ValuesOnTheLimitsAreTakenAndValuesBeyondThemGetThePrev
   EXPECT_EQ(guarded(notNumbers), guarded(kPrevious));
 }
 
+AbsoluteLimits readFrom(std::string_view iniText) {
+  return testsupport::SettingsTestFolder().readMainSettings(iniText, readAbsoluteLimits);
+}
+
 TEST(AbsoluteLimitsRead, ReadsEveryKeyAndKeepsTheDefaultsForUnusableValuesOrAReversedPair) {
-  testsupport::SettingsTestFolder folder;
-  const auto readFrom = [&folder](std::string_view iniText) {
-    folder.write("NIMBREL.INI", iniText);
-    return readAbsoluteLimits(IniStore(folder / "NIMBREL.INI", folder.log()));
-  };
   EXPECT_EQ(readFrom("[New readings limits]\nmax rain spike=20\nmax hum=99\nmin hum=2\nmax temp=45\nmin temp=-40\n"
                      "max indoor temp=35\nmin indoor temp=-5\nmin baro=950\nmax speed=100\n"),
             (AbsoluteLimits{.maxRainSpike = 20, .maxHum = 99, .minHum = 2, .maxTemp = 45, .minTemp = -40,

@@ -7,7 +7,6 @@
 #include <tuple>
 #include <vector>
 
-#include "core/ini_store.h"
 #include "support/settings_test_folder.h"
 
 namespace nimbrel {
@@ -195,12 +194,11 @@ TEST_F(SpikeFilterTest, ALimitOfZeroFreezesTheSeriesUntilTheTimeout) {
   EXPECT_EQ(series_.spikeCounts().temperature, 0);
 }
 
+SpikeLimits readFrom(std::string_view iniText) {
+  return testsupport::SettingsTestFolder().readMainSettings(iniText, readSpikeLimits);
+}
+
 TEST(SpikeLimitsRead, ReadsEveryKeyOfTheSectionAndUnusableValuesKeepTheDefaults) {
-  testsupport::SettingsTestFolder folder;
-  const auto readFrom = [&folder](std::string_view iniText) {
-    folder.write("NIMBREL.INI", iniText);
-    return readSpikeLimits(IniStore(folder / "NIMBREL.INI", folder.log()));
-  };
   EXPECT_EQ(readFrom("[New readings limits]\nspeed spike=15\ngust spike=25\ntemp spike=3\nhum spike=10\n"
                      "baro spike=4\ntimeout spike=0\n"),
             (SpikeLimits{.speed = 15, .gust = 25, .temp = 3, .hum = 10, .baro = 4, .timeout = 0}));
