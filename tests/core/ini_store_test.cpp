@@ -12,23 +12,29 @@
 namespace nimbrel {
 namespace {
 
-using testsupport::SettingsTestFolder;
+using Keys = std::vector<std::string>;
 
 size_t lineCount(const std::string& text) { return static_cast<size_t>(std::count(text.begin(), text.end(), '\n')); }
+bool contains(const std::string& text, std::string_view part) { return text.find(part) != std::string::npos; }
 
-std::vector<std::string> keysOf(const IniStore& store, std::string_view section) {
-  std::vector<std::string> keys{"stale"};
-  store.ReadSection(section, keys);
-  return keys;
-}
+class IniStoreTest : public ::testing::Test {
+ protected:
+  IniStore open(std::string_view name = "s.ini") { return IniStore(folder / name, folder.log()); }
+  // The section's key names; the list handed in is not empty, so that a
+  // store which forgot to clear it shows.
+  static Keys keysOf(const IniStore& store, std::string_view section) {
+    Keys keys{"stale"};
+    store.ReadSection(section, keys);
+    return keys;
+  }
 
-TEST(IniStore, RoundTripKeepsOrderNameCaseAndExactValues) {
-  SettingsTestFolder folder;
-  folder.write("NIMBREL.INI",
-               "[Zeta]\nlast hour =  7 \nPath=C:\\wd\\a=b;c\n\n"
-               "[Alpha]\nNumber=12\nempty=\n");
+  testsupport::SettingsTestFolder folder;
+};
+
+TEST_F(IniStoreTest, RoundTripKeepsOrderNameCaseAndExactValues) {
+  folder.write("NIMBREL.INI", "[Zeta]\nlast hour =  7 \nPath=C:\\wd\\a=b;c\n\n[Alpha]\nNumber=12\nempty=\n");
   {
-    IniStore store(folder / "NIMBREL.INI", folder.log());
+    IniStore store = open("NIMBREL.INI");
     store.WriteString("alpha", "NEW key", "x");  // existing section, new key: appended to it
     store.WriteString("Beta", "k", "v");         // new section: appended at the end
     ASSERT_TRUE(store.flush());
@@ -38,7 +44,7 @@ TEST(IniStore, RoundTripKeepsOrderNameCaseAndExactValues) {
             "[Alpha]\r\nNumber=12\r\nempty=\r\nNEW key=x\r\n\r\n"
             "[Beta]\r\nk=v\r\n\r\n");
 
-  IniStore reread(folder / "NIMBREL.INI", folder.log());
+  const IniStore reread = open("NIMBREL.INI");
   EXPECT_EQ(reread.ReadString("Zeta", "last hour "), "  7 ");
   EXPECT_EQ(reread.ReadString("Zeta", "Path"), "C:\\wd\\a=b;c");
   EXPECT_EQ(reread.ReadString("Alpha", "empty", "fallback"), "");
@@ -46,80 +52,55 @@ TEST(IniStore, RoundTripKeepsOrderNameCaseAndExactValues) {
   EXPECT_EQ(folder.logText(), "");
 }
 
-TEST(IniStore, NamesCompareWithoutCaseAndKeepTheirFirstSpelling) {
-  SettingsTestFolder folder;
-  folder.write("s.ini", "[New Units]\nWind=kts\n");
-  IniStore store(folder / "s.ini", folder.log());
+TEST_F(IniStoreTest, NamesCompareWithoutCaseAndEditsKeepTheRestInOrder) {
+  folder.write("s.ini", "[New Units]\nWind=kts\n[a]\nk1=1\nk2=2\nk3=3\n[b]\nx=1\n[c]\ny=2\n");
+  IniStore store = open();
   EXPECT_EQ(store.ReadString("new units", "WIND"), "kts");
   store.WriteString("NEW UNITS", "wind", "mph");
-  EXPECT_EQ(keysOf(store, "new units"), std::vector<std::string>{"Wind"});
+  EXPECT_EQ(keysOf(store, "new units"), Keys{"Wind"});  // the first spelling stays
   EXPECT_EQ(store.ReadString("New Units", "Wind"), "mph");
   EXPECT_TRUE(keysOf(store, "no such section").empty());
-}
 
-TEST(IniStore, EraseAndDeleteKeepTheRestInOrder) {
-  SettingsTestFolder folder;
-  folder.write("s.ini", "[a]\nk1=1\nk2=2\nk3=3\n[b]\nx=1\n[c]\ny=2\n");
-  IniStore store(folder / "s.ini", folder.log());
   store.DeleteKey("A", "K2");
   store.EraseSection("B");
   store.WriteString("a", "k2", "again");
-  EXPECT_EQ(keysOf(store, "a"), (std::vector<std::string>{"k1", "k3", "k2"}));
-  EXPECT_EQ(store.ReadString("a", "k3"), "3");
+  EXPECT_EQ(keysOf(store, "a"), (Keys{"k1", "k3", "k2"}));
   EXPECT_EQ(store.ReadString("b", "x"), "");
-  EXPECT_EQ(store.ReadString("c", "y"), "2");
   ASSERT_TRUE(store.flush());
-  EXPECT_EQ(folder.read("s.ini"), "[a]\r\nk1=1\r\nk3=3\r\nk2=again\r\n\r\n[c]\r\ny=2\r\n\r\n");
+  EXPECT_EQ(folder.read("s.ini"), "[New Units]\r\nWind=mph\r\n\r\n[a]\r\nk1=1\r\nk3=3\r\nk2=again\r\n\r\n[c]\r\ny=2\r\n\r\n");
 }
 
-TEST(IniStore, ReadsByteOrderMarkMixedLineEndsAndDuplicates) {
-  SettingsTestFolder folder;
-  folder.write("s.ini", "\xEF\xBB\xBF[one]\r\nk=first\r\nK=second\n  ; a comment\n[two]\nz=1\n[ONE]\nlate=yes");
-  IniStore store(folder / "s.ini", folder.log());
-  EXPECT_EQ(store.ReadString("one", "k"), "first");
-  EXPECT_EQ(store.ReadString("one", "late"), "yes");  // a repeated section adds to the first
-  EXPECT_EQ(keysOf(store, "one"), (std::vector<std::string>{"k", "late"}));
+TEST_F(IniStoreTest, ReadsOddFilesKeepingWhatParsesAndLogsDamageOnceNamingTheFile) {
+  folder.write("bom.ini", "\xEF\xBB\xBF[one]\r\nk=first\r\nK=second\n  ; a comment\n[two]\nz=1\n[ONE]\nlate=yes");
+  const IniStore odd = open("bom.ini");
+  EXPECT_EQ(odd.ReadString("one", "k"), "first");
+  EXPECT_EQ(odd.ReadString("one", "late"), "yes");  // a repeated section adds to the first
+  EXPECT_EQ(keysOf(odd, "one"), (Keys{"k", "late"}));
   EXPECT_EQ(folder.logText(), "");
-}
 
-TEST(IniStore, DamagedFileKeepsWhatParsesAndLogsOnceNamingTheFile) {
-  SettingsTestFolder folder;
   const std::string longValue(200000, 'v');
-  std::string text = "orphan=before any section\n[good]\na=1\n";
   const char binary[] = "\x01\x02\x00\xff\xfe binary=junk\n";
-  text += std::string(binary, sizeof binary - 1);
-  text += "no equals sign here\n=no key\nb=" + longValue + "\n[trunc";
-  folder.write("NIMBREL.INI", text);
-  IniStore store(folder / "NIMBREL.INI", folder.log());
-  EXPECT_EQ(store.ReadString("good", "a"), "1");
-  EXPECT_EQ(store.ReadString("good", "b"), longValue);
-  EXPECT_EQ(store.ReadString("", "orphan"), "");
-  EXPECT_EQ(keysOf(store, "good"), (std::vector<std::string>{"a", "b"}));
+  folder.write("NIMBREL.INI", "orphan=before any section\n[good]\na=1\n" + std::string(binary, sizeof binary - 1) +
+                                  "no equals sign here\n=no key\nb=" + longValue + "\n[trunc");
+  const IniStore damaged = open("NIMBREL.INI");
+  EXPECT_EQ(damaged.ReadString("good", "a"), "1");
+  EXPECT_EQ(damaged.ReadString("good", "b"), longValue);
+  EXPECT_EQ(damaged.ReadString("", "orphan"), "");
+  EXPECT_EQ(keysOf(damaged, "good"), (Keys{"a", "b"}));
   const std::string log = folder.logText();
-  EXPECT_EQ(lineCount(log), 1u);
-  EXPECT_NE(log.find("NIMBREL.INI"), std::string::npos);
-  EXPECT_NE(log.find("skipped 5"), std::string::npos) << log;
-  EXPECT_NE(log.find("line 1"), std::string::npos) << log;
+  EXPECT_EQ(lineCount(log), 1u) << log;
+  for (const char* part : {"NIMBREL.INI", "skipped 5", "line 1"}) EXPECT_TRUE(contains(log, part)) << log;
 }
 
-TEST(IniStore, MissingFileIsQuietAndUnreadableOneIsLogged) {
-  SettingsTestFolder folder;
-  IniStore missing(folder / "absent.ini", folder.log());
+TEST_F(IniStoreTest, WritesOnlyWhenSomethingChangedAndLogsAnUnreadableFile) {
+  IniStore missing = open("absent.ini");
   EXPECT_EQ(missing.ReadString("a", "b", "d"), "d");
   EXPECT_TRUE(missing.flush());  // nothing changed: no file appears
   EXPECT_FALSE(std::filesystem::exists(folder / "absent.ini"));
   EXPECT_EQ(folder.logText(), "");
 
-  std::filesystem::create_directory(folder / "dir.ini");
-  IniStore unreadable(folder / "dir.ini", folder.log());
-  EXPECT_TRUE(keysOf(unreadable, "a").empty());
-  EXPECT_NE(folder.logText().find("dir.ini cannot be read"), std::string::npos);
-}
-
-TEST(IniStore, FlushWritesOnlyWhenSomethingChanged) {
-  SettingsTestFolder folder;
   folder.write("s.ini", "[a]\nk=1\n");
-  IniStore store(folder / "s.ini", folder.log());
+  IniStore store = open();
   // Edit the file behind the store's back: a flush that rewrote it would undo this.
   folder.write("s.ini", "edited elsewhere");
   store.WriteString("a", "k", "1");  // the same value is no change
@@ -128,16 +109,18 @@ TEST(IniStore, FlushWritesOnlyWhenSomethingChanged) {
   EXPECT_FALSE(store.hasUnsavedChanges());
   EXPECT_TRUE(store.flush());
   EXPECT_EQ(folder.read("s.ini"), "edited elsewhere");
-
   store.WriteString("a", "k", "2");
   EXPECT_TRUE(store.flush());
   EXPECT_EQ(folder.read("s.ini"), "[a]\r\nk=2\r\n\r\n");
+
+  std::filesystem::create_directory(folder / "dir.ini");
+  EXPECT_TRUE(keysOf(open("dir.ini"), "a").empty());
+  EXPECT_TRUE(contains(folder.logText(), "dir.ini cannot be read"));
 }
 
-TEST(IniStore, FailedFlushLeavesTheOldFileAndRetriesLater) {
-  SettingsTestFolder folder;
+TEST_F(IniStoreTest, FailedFlushLeavesTheOldFileAndRetriesLater) {
   folder.write("NIMBREL.INI", "[a]\r\nk=old\r\n");
-  IniStore store(folder / "NIMBREL.INI", folder.log());
+  IniStore store = open("NIMBREL.INI");
   store.WriteString("a", "k", "new");
   // A folder where the temporary file would go makes its creation fail.
   std::filesystem::create_directory(folder / "NIMBREL.INI.tmp");
@@ -147,7 +130,7 @@ TEST(IniStore, FailedFlushLeavesTheOldFileAndRetriesLater) {
   EXPECT_EQ(folder.read("NIMBREL.INI"), "[a]\r\nk=old\r\n");
   const std::string log = folder.logText();
   EXPECT_EQ(lineCount(log), 1u) << log;  // one message per run of failures
-  EXPECT_NE(log.find("NIMBREL.INI cannot be saved"), std::string::npos) << log;
+  EXPECT_TRUE(contains(log, "NIMBREL.INI cannot be saved")) << log;
 
   std::filesystem::remove(folder / "NIMBREL.INI.tmp");
   EXPECT_TRUE(store.flush());
@@ -155,24 +138,19 @@ TEST(IniStore, FailedFlushLeavesTheOldFileAndRetriesLater) {
   EXPECT_EQ(folder.read("NIMBREL.INI"), "[a]\r\nk=new\r\n\r\n");
 }
 
-TEST(IniStore, RefusesNamesThatCannotBeReadBackAndFlattensLineBreaks) {
-  SettingsTestFolder folder;
-  IniStore store(folder / "s.ini", folder.log());
-  store.WriteString("a", "k=x", "1");
-  store.WriteString("a", ";k", "1");
-  store.WriteString("", "k", "1");
+TEST_F(IniStoreTest, RefusesNamesThatCannotBeReadBackAndFlattensLineBreaks) {
+  IniStore store = open();
+  for (const auto& [section, key] : {std::pair{"a", "k=x"}, {"a", ";k"}, {"", "k"}}) store.WriteString(section, key, "1");
   EXPECT_FALSE(store.hasUnsavedChanges());
   EXPECT_EQ(lineCount(folder.logText()), 3u);
 
   store.WriteString("a", "text", "line one\r\nline two");
   ASSERT_TRUE(store.flush());
-  IniStore reread(folder / "s.ini", folder.log());
-  EXPECT_EQ(reread.ReadString("a", "text"), "line one  line two");
+  EXPECT_EQ(open().ReadString("a", "text"), "line one  line two");
 }
 
-TEST(RegExport, WritesRegistryEditorTextWithEscapes) {
-  SettingsTestFolder folder;
-  IniStore store(folder / "nimbrelftp.ini", folder.log());
+TEST_F(IniStoreTest, RegExportWritesRegistryEditorTextWithEscapes) {
+  IniStore store = open("nimbrelftp.ini");
   store.WriteString("Files", "local \"1\"", "C:\\web\\index.htm");
   store.WriteString("watchdog", "close now", "no");
   ASSERT_TRUE(exportReg(store, folder / "nimbrelftp.reg"));

@@ -4,19 +4,25 @@
 
 #include <clocale>
 #include <cstdlib>
-#include <string>
 #include <locale>
+#include <string>
 
 namespace nimbrel {
 namespace {
 
-TEST(FixedWidth, PadsOnTheLeftAndRoundsToTheDecimals) {
+TEST(FixedWidth, PadsOnTheLeftRoundsToTheDecimalsAndNeverWritesMinusZero) {
   EXPECT_EQ(fixed(5.3, 4, 1), " 5.3");
   EXPECT_EQ(fixed(1013.25, 6, 1), "1013.3");
   EXPECT_EQ(fixed(9.95, 3, 1), "10.0");  // halfway in decimal, not in binary
   EXPECT_EQ(fixed(12.345, 3, 3), "12.345");
   EXPECT_EQ(fixed(-0.5, 3, 1), "-0.5");
   EXPECT_EQ(fixed(-12.25, 1, 0), "-12");
+  EXPECT_EQ(fixed(-0.04, 3, 1), "0.0");
+  EXPECT_EQ(fixed(-0.0, 1, 2), "0.00");
+  EXPECT_EQ(fixed(-0.06, 3, 1), "-0.1");
+  EXPECT_EQ(padded(7, 2), " 7");
+  EXPECT_EQ(padded(45, 3), " 45");
+  EXPECT_EQ(padded(1234, 2), "1234");
 }
 
 // Thousandths have exact decimal texts, so the expected rounding can be done
@@ -37,12 +43,6 @@ TEST(FixedWidth, ThousandthsRoundHalfAwayFromZeroLikeTheirDecimalText) {
       ASSERT_EQ(fixed(thousandths / 1000.0, 1, decimals), expected) << thousandths << " at " << decimals;
     }
   }
-}
-
-TEST(FixedWidth, NegativeValuesThatRoundToZeroHaveNoSign) {
-  EXPECT_EQ(fixed(-0.04, 3, 1), "0.0");
-  EXPECT_EQ(fixed(-0.0, 1, 2), "0.00");
-  EXPECT_EQ(fixed(-0.06, 3, 1), "-0.1");
 }
 
 // A decimal comma in both the C and the C++ global locale, restored afterwards.
@@ -78,22 +78,16 @@ TEST(FixedWidth, UsesAPointEvenWhenTheLocaleUsesAComma) {
   if (!CommaLocale::cHasComma()) GTEST_SKIP() << "no C locale with a decimal comma installed";
 }
 
-TEST(Padded, RightAlignsIntegers) {
-  EXPECT_EQ(padded(7, 2), " 7");
-  EXPECT_EQ(padded(45, 3), " 45");
-  EXPECT_EQ(padded(1234, 2), "1234");
-}
-
 TEST(FloatText, FifteenSignificantDigitsThatReadBack) {
   EXPECT_EQ(floatText(83.5 / 9), "9.27777777777778");
   EXPECT_EQ(floatText(1024.9616879999999), "1024.961688");
+  EXPECT_EQ(floatText(0.0), "0");
+  EXPECT_EQ(floatText(12.5), "12.5");
   for (double v : {0.0, 0.1, 12.7, -3.25, 1013.2, 123456.789}) {
     double back = -1;
     ASSERT_TRUE(parseDouble(floatText(v), back)) << floatText(v);
     EXPECT_EQ(back, v);
   }
-  EXPECT_EQ(floatText(0.0), "0");
-  EXPECT_EQ(floatText(12.5), "12.5");
 }
 
 TEST(StrictParsing, RejectsPartialAndEmptyText) {
@@ -102,13 +96,9 @@ TEST(StrictParsing, RejectsPartialAndEmptyText) {
   EXPECT_EQ(i, 42);
   EXPECT_TRUE(parseInt("-7", i));
   EXPECT_EQ(i, -7);
-  EXPECT_FALSE(parseInt("", i));
-  EXPECT_FALSE(parseInt("12a", i));
-  EXPECT_FALSE(parseInt("1.5", i));
+  for (const char* bad : {"", "12a", "1.5"}) EXPECT_FALSE(parseInt(bad, i)) << bad;
   double d = 0;
-  EXPECT_FALSE(parseDouble("1,5", d));
-  EXPECT_FALSE(parseDouble("nan", d));
-  EXPECT_FALSE(parseDouble("   ", d));
+  for (const char* bad : {"1,5", "nan", "   "}) EXPECT_FALSE(parseDouble(bad, d)) << bad;
 }
 
 }  // namespace

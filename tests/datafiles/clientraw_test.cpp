@@ -24,6 +24,15 @@ namespace nimbrel {
 namespace {
 
 namespace fs = std::filesystem;
+using Fields = std::vector<std::string>;
+
+std::string contents(const fs::path& file) { return readWholeFile(file).value_or("<missing>"); }
+Fields fieldsOf(const std::string& line) { return readClientraw(line).value().fields(); }
+Fields pick(const Fields& all, std::initializer_list<std::size_t> indexes) {
+  Fields picked;
+  for (std::size_t i : indexes) picked.push_back(all.at(i));
+  return picked;
+}
 
 class ClientrawTest : public ::testing::Test {
  protected:
@@ -31,30 +40,31 @@ class ClientrawTest : public ::testing::Test {
     fs::create_directory(web);
   }
 
-  ClientrawText build() { return buildClientrawText({record, statistics, now, "My Station"}, options); }
-  std::vector<std::string> fields() { return readClientraw(build().line).value().fields(); }
+  ClientrawText build(std::string_view station = "My Station") {
+    return buildClientrawText({record, statistics, now, station}, options);
+  }
+  Fields fields() { return fieldsOf(build().line); }
   std::optional<ClientrawText> write() {
     return updateclientrawfilenow(record, statistics, options, web, now, "My Station", {busy, status, log});
   }
-  std::string published() const { return readWholeFile(web / "clientraw.txt").value_or("<missing>"); }
-  std::string errorLogText() const { return readWholeFile(log.path()).value_or(""); }
+  std::string published() const { return contents(web / "clientraw.txt"); }
 
   // A reading of a wet, breezy autumn morning, in the record's units.
   void handWorkedReading() {
+    record.outtemp = -0.5;
+    record.intemp = 21;
+    record.soiltemp = 9.95;
+    record.outhum = 56;
+    record.inhum = 40;
     record.windspeed = 5.0;
     record.windgust = 12.25;
     record.winddir = 7;
-    record.outtemp = -0.5;
-    record.outhum = 56;
     record.barometer = 1013.25;
     record.dailyrain = 0.2;
     record.monthlyrain = 45.67;
     record.yearlyrain = 1234.5;
     record.rainrate = 0.1234;
     record.maxrainrate = 1.5;
-    record.intemp = 21;
-    record.inhum = 40;
-    record.soiltemp = 9.95;
     record.forecasticon = 6;
   }
 
@@ -72,18 +82,15 @@ class ClientrawTest : public ::testing::Test {
   IoStatus status;
 };
 
-using Expected = std::vector<std::string>;
-Expected firstSixteen(const std::vector<std::string>& fields) { return {fields.begin(), fields.begin() + 16}; }
+Fields firstSixteen(const Fields& fields) { return {fields.begin(), fields.begin() + 16}; }
 
-TEST_F(ClientrawTest, TheFirstSixteenFieldsOfAHandWorkedReading) {
+TEST_F(ClientrawTest, TheFirstSixteenFieldsOfAZeroedAndOfAHandWorkedReading) {
+  // A station that has not spoken yet.
+  EXPECT_EQ(firstSixteen(fields()), (Fields{"12345", "0.0", "0.0", "0", "0.0", "0", "0.0", "0.0", "0.0", "0.0",
+                                            "0.000", "0.000", "0.0", "0", "0.0", "0"}));
   handWorkedReading();
-  EXPECT_EQ(firstSixteen(fields()), (Expected{"12345", "5.0", "12.3", "7", "-0.5", "56", "1013.3", "0.2", "45.7",
-                                              "1234.5", "0.123", "1.500", "21.0", "40", "10.0", "6"}));
-}
-
-TEST_F(ClientrawTest, TheZeroedRecordOfAStationThatHasNotSpoken) {
-  EXPECT_EQ(firstSixteen(fields()), (Expected{"12345", "0.0", "0.0", "0", "0.0", "0", "0.0", "0.0", "0.0", "0.0",
-                                              "0.000", "0.000", "0.0", "0", "0.0", "0"}));
+  EXPECT_EQ(firstSixteen(fields()), (Fields{"12345", "5.0", "12.3", "7", "-0.5", "56", "1013.3", "0.2", "45.7",
+                                            "1234.5", "0.123", "1.500", "21.0", "40", "10.0", "6"}));
 }
 
 TEST_F(ClientrawTest, OptionsOfTheFirstFields) {
@@ -92,10 +99,8 @@ TEST_F(ClientrawTest, OptionsOfTheFirstFields) {
   record.maxrainrate = 30.0;
   options.temperatureTwoDecimals = true;
   options.rainRatePerHour = true;
-  const auto f = fields();
-  EXPECT_EQ(f[clientraw::outdoorTemp], "12.35");
-  EXPECT_EQ(f[clientraw::rainRate], "0.100");
-  EXPECT_EQ(f[clientraw::highRainRateToday], "0.500");
+  EXPECT_EQ(pick(fields(), {clientraw::outdoorTemp, clientraw::rainRate, clientraw::highRainRateToday}),
+            (Fields{"12.35", "0.100", "0.500"}));
 }
 
 TEST_F(ClientrawTest, TheAlternativeIconIsSeededOnceFromTheStationsIcon) {
@@ -110,19 +115,16 @@ TEST_F(ClientrawTest, TheAlternativeIconIsSeededOnceFromTheStationsIcon) {
   EXPECT_EQ(fields()[clientraw::forecastIcon], "19");
 }
 
-TEST_F(ClientrawTest, TimeDateAndStationNameSitWhereReadersLookForThem) {
-  const auto f = fields();
+TEST_F(ClientrawTest, FieldsSitWhereReadersLookEachEndsWithOneBlankAndMissingValuesAreDashes) {
+  const ClientrawText text = build();
+  const Fields f = fieldsOf(text.line);
   ASSERT_EQ(f.size(), clientraw::kFieldCount);
-  EXPECT_EQ((Expected{f[29], f[30], f[31]}), (Expected{"07", "05", "00"}));
-  EXPECT_EQ((Expected{f[35], f[36], f[clientraw::year]}), (Expected{"3", "11", "2026"}));
+  EXPECT_EQ(pick(f, {29, 30, 31, 35, 36, clientraw::year}), (Fields{"07", "05", "00", "3", "11", "2026"}));
   EXPECT_EQ(f[clientraw::stationName], "My_Station");
   EXPECT_EQ(f[clientraw::readingTime], "00:00:00");  // no reading stamped yet
   record.readingtime = {.day = 3, .month = 11, .year = 2026, .hour = 6, .minute = 59, .second = 8};
   EXPECT_EQ(fields()[clientraw::readingTime], "06:59:08");
-}
 
-TEST_F(ClientrawTest, EveryFieldEndsWithOneBlankAndTheTrailerCloses) {
-  const ClientrawText text = build();
   const std::string trailer = std::string("!!C") + kVersion + "b" + std::to_string(kBuildNumber) + "!!";
   EXPECT_TRUE(text.line.ends_with(" " + trailer + " ")) << text.line;
   EXPECT_EQ(text.line.find("  "), std::string::npos);
@@ -131,18 +133,13 @@ TEST_F(ClientrawTest, EveryFieldEndsWithOneBlankAndTheTrailerCloses) {
   const std::size_t from = text.line.find(" 07 05 00 ") + 1;
   const std::size_t to = text.line.size() - trailer.size() - 1;
   EXPECT_EQ(text.fromTimeFields, text.line.substr(from, to - from));
-}
 
-TEST_F(ClientrawTest, MissingValuesAreWrittenAsDashes) {
   record.uv = std::numeric_limits<double>::quiet_NaN();
-  const auto f = readClientraw(buildClientrawText({record, statistics, now, ""}, options).line).value().fields();
-  EXPECT_EQ(f[clientraw::stationName], "---");
-  EXPECT_EQ(f[clientraw::uvIndex], "---");
-  EXPECT_EQ(f[clientraw::highTemp], "---");  // no reading today yet
-  EXPECT_EQ(f[clientraw::highTempTime], "---");
-  EXPECT_EQ(f[clientraw::lastHourMaxWind], "---");  // a calm (or unknown) hour
-  EXPECT_EQ(f[clientraw::highRainRateTime], "---");
-  EXPECT_EQ(f[clientraw::temperatureTrend], "0");  // no series yet
+  // No name, no UV, no reading today, a calm (or unknown) hour, no rain rate yet; no series for the trend.
+  EXPECT_EQ(pick(fieldsOf(build("").line), {clientraw::stationName, clientraw::uvIndex, clientraw::highTemp,
+                                            clientraw::highTempTime, clientraw::lastHourMaxWind,
+                                            clientraw::highRainRateTime, clientraw::temperatureTrend}),
+            (Fields{"---", "---", "---", "---", "---", "---", "0"}));
 }
 
 TEST_F(ClientrawTest, TodaysExtremesWithTheirTimes) {
@@ -154,76 +151,67 @@ TEST_F(ClientrawTest, TodaysExtremesWithTheirTimes) {
   record.outtemp = 2.0;
   now.minute = 40;
   statistics.onesecondTimer(now);
-  const auto f = fields();
-  EXPECT_EQ((Expected{f[clientraw::highTemp], f[clientraw::highTempTime], f[clientraw::lowTemp],
-                      f[clientraw::lowTempTime]}),
-            (Expected{"4.3", "7:05_am", "2.0", "7:40_am"}));
-  EXPECT_EQ(f[clientraw::highHumidity], "80");
-  EXPECT_EQ(f[clientraw::highSolar], "313");
+  EXPECT_EQ(pick(fields(), {clientraw::highTemp, clientraw::highTempTime, clientraw::lowTemp, clientraw::lowTempTime,
+                            clientraw::highHumidity, clientraw::highSolar}),
+            (Fields{"4.3", "7:05_am", "2.0", "7:40_am", "80", "313"}));
 }
 
 TEST_F(ClientrawTest, DerivedFieldsWindChillRainOfTheMinuteAndTrends) {
   record.outtemp = 0;
+  record.outhum = 70;
   record.windspeed = 10;
+  record.barometer = 1000;
   record.raincounter = 10.5;
   record.raincounterprev = 10.2;
-  record.outhum = 70;
-  record.barometer = 1000;
   statistics.rollthedata();  // seeds the short-term series
   record.outtemp = 1.0;
   record.outhum = 65;
   statistics.rollthedata();
-  auto f = fields();
-  EXPECT_EQ(f[clientraw::windChill], "-3.7");  // 33.8 F in 11.5 mph: 25.3 F
-  EXPECT_EQ(f[clientraw::rainLastMinute], "0.3");
-  EXPECT_EQ((Expected{f[clientraw::temperatureTrend], f[clientraw::humidityTrend], f[clientraw::pressureTrend]}),
-            (Expected{"1", "-1", "0"}));
+  const auto derived = [this] {
+    return pick(fields(), {clientraw::windChill, clientraw::rainLastMinute, clientraw::temperatureTrend,
+                           clientraw::humidityTrend, clientraw::pressureTrend});
+  };
+  EXPECT_EQ(derived(), (Fields{"-3.7", "0.3", "1", "-1", "0"}));  // 33.8 F in 11.5 mph: 25.3 F
 
   record.outtemp = 10;  // 50 F: no chill, even in a gale
   record.windspeed = 40;
   record.raincounterprev = 80;  // the station's counter was reset
-  f = fields();
-  EXPECT_EQ(f[clientraw::windChill], "10.0");
-  EXPECT_EQ(f[clientraw::rainLastMinute], "0.0");
+  EXPECT_EQ(derived(), (Fields{"10.0", "0.0", "1", "-1", "0"}));
 }
 
-TEST_F(ClientrawTest, WritesThePublishedFileThroughTheTemporaryOne) {
+TEST_F(ClientrawTest, WritesThroughTheTemporaryFileAndCopiesToTheSecondFolder) {
   handWorkedReading();
   const auto text = write();
   ASSERT_TRUE(text);
   EXPECT_EQ(published(), text->line);
-  EXPECT_EQ(readWholeFile(web / "clientrawtemp.txt").value_or(""), text->line);
+  EXPECT_EQ(contents(web / "clientrawtemp.txt"), text->line);
   EXPECT_FALSE(busy);
   EXPECT_EQ(status.lastResult, 0);
-  EXPECT_FALSE(fs::exists(dir / "second" / "clientraw.txt"));
+
+  fs::create_directory(dir / "second");
+  options.secondFolder = dir / "second";
+  writeFileAtomically(web / "customclientraw.txt", "custom");
+  ASSERT_TRUE(write());
+  EXPECT_EQ(contents(dir / "second" / "clientraw.txt"), published());
+  EXPECT_FALSE(fs::exists(dir / "second" / "customclientraw.txt"));
+  options.copyCustomClientraw = true;
+  ASSERT_TRUE(write());
+  EXPECT_EQ(contents(dir / "second" / "customclientraw.txt"), "custom");
+  EXPECT_EQ(status.lastResult, 0);
 }
 
-TEST_F(ClientrawTest, ABusyWriterIsNotEnteredAgain) {
+TEST_F(ClientrawTest, ABusyWriterIsNotEnteredAgainAndWithWritingOffOnlyTheTextIsMade) {
   busy = true;
   EXPECT_FALSE(write());
   EXPECT_TRUE(busy);  // the flag belongs to the call that set it
   EXPECT_FALSE(fs::exists(web / "clientraw.txt"));
-}
 
-TEST_F(ClientrawTest, WithWritingSwitchedOffTheTextIsStillMade) {
+  busy = false;
   options.writingEnabled = false;
   const auto text = write();
   ASSERT_TRUE(text);
   EXPECT_NE(text->fromTimeFields.find("My_Station"), std::string::npos);
   EXPECT_FALSE(fs::exists(web / "clientraw.txt"));
-}
-
-TEST_F(ClientrawTest, CopiesToTheSecondFolder) {
-  fs::create_directory(dir / "second");
-  options.secondFolder = dir / "second";
-  writeFileAtomically(web / "customclientraw.txt", "custom");
-  ASSERT_TRUE(write());
-  EXPECT_EQ(readWholeFile(dir / "second" / "clientraw.txt").value_or(""), published());
-  EXPECT_FALSE(fs::exists(dir / "second" / "customclientraw.txt"));
-  options.copyCustomClientraw = true;
-  ASSERT_TRUE(write());
-  EXPECT_EQ(readWholeFile(dir / "second" / "customclientraw.txt").value_or(""), "custom");
-  EXPECT_EQ(status.lastResult, 0);
 }
 
 TEST_F(ClientrawTest, AFailedWriteKeepsThePreviousFileAndSetsTheStatusWord) {
@@ -238,13 +226,13 @@ TEST_F(ClientrawTest, AFailedWriteKeepsThePreviousFileAndSetsTheStatusWord) {
   EXPECT_TRUE(status.failing);
   EXPECT_NE(status.lastResult, 0);
   EXPECT_FALSE(busy);
-  const std::string errors = errorLogText();
+  const std::string errors = contents(log.path());
   EXPECT_NE(errors.find("clientraw"), std::string::npos);
   EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;  // once per spell of failures
 
   fs::remove_all(web / "clientrawtemp.txt");
   ASSERT_TRUE(write());
-  EXPECT_EQ(readClientraw(published()).value().fields()[clientraw::outdoorTemp], "25.0");
+  EXPECT_EQ(fieldsOf(published())[clientraw::outdoorTemp], "25.0");
   EXPECT_FALSE(status.failing);
   EXPECT_EQ(status.lastResult, 0);
 }
@@ -276,20 +264,17 @@ TEST_F(ClientrawTest, AReaderPollingDuringHundredsOfWritesOnlySeesWholeLines) {
   EXPECT_EQ(status.lastResult, 0);
 }
 
-TEST(ClientrawReader, RefusesATextThatIsNotAClientrawLine) {
-  EXPECT_FALSE(readClientraw(""));
-  EXPECT_FALSE(readClientraw("12346 5.0 12.3 "));
-  EXPECT_FALSE(readClientraw(" 12345 5.0 "));  // a leading blank makes an empty first field
-  EXPECT_FALSE(readClientraw("<html>404</html>"));
-  const auto line = readClientraw("12345 5.0 12.3 \r\n");
-  ASSERT_TRUE(line);
-  EXPECT_EQ(line->fields(), (Expected{"12345", "5.0", "12.3"}));
-  EXPECT_FALSE(line->hasTrailer());
-  EXPECT_FALSE(line->hourMinute());  // too short to hold the time
-}
+TEST(ClientrawReader, RefusesATextThatIsNotAClientrawLineAndReadsTimeAndDate) {
+  // A leading blank makes an empty first field.
+  for (const char* notClientraw : {"", "12346 5.0 12.3 ", " 12345 5.0 ", "<html>404</html>"})
+    EXPECT_FALSE(readClientraw(notClientraw)) << notClientraw;
+  const auto shortLine = readClientraw("12345 5.0 12.3 \r\n");
+  ASSERT_TRUE(shortLine);
+  EXPECT_EQ(shortLine->fields(), (Fields{"12345", "5.0", "12.3"}));
+  EXPECT_FALSE(shortLine->hasTrailer());
+  EXPECT_FALSE(shortLine->hourMinute());  // too short to hold the time
 
-TEST(ClientrawReader, TimeAndDateAsTheMesonetViewsShowThem) {
-  std::vector<std::string> f(40, "0");
+  Fields f(40, "0");
   f[0] = "12345";
   f[29] = "07";
   f[30] = "05";

@@ -43,13 +43,19 @@ struct LogWorld {
     options.logsFolder = dir / "logs";
   }
 
-  LogCall at(int year, int month, int day, int hour, int minute) const {
-    LogCall call;
-    call.now = LocalTime{year, month, day, hour, minute, 0, 0, 0, 0};
-    return call;
+  LogCall at(int year, int month, int day, int hour, int minute, LogDayValues values = {}) const {
+    return LogCall{.now = LocalTime{year, month, day, hour, minute, 0, 0, 0, 0}, .day = values};
   }
-  std::string logFile(const std::string& name) const {
-    return readWholeFile(dir / "logs" / name).value_or("<missing>");
+  std::string logFile(const std::string& name) const { return readWholeFile(dir / "logs" / name).value_or("<missing>"); }
+  std::string firstLine(const std::string& name) const {
+    const std::string text = logFile(name);
+    return text.substr(0, text.find("\r\n"));
+  }
+  // The line after the header, without its line end.
+  std::string dataLine(const std::string& name) const {
+    const std::string text = logFile(name);
+    const auto start = text.find("\r\n") + 2;
+    return text.substr(start, text.find("\r\n", start) - start);
   }
   bool exists(const std::string& name) const { return std::filesystem::exists(dir / "logs" / name); }
   std::string errorLogText() const { return readWholeFile(errors.path()).value_or(""); }

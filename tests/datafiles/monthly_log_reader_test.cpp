@@ -11,7 +11,7 @@ namespace nimbrel {
 namespace {
 
 TEST(MonthlyLogReader, KeepsDataLinesAndSkipsHeaderBlankForeignAndHalfWrittenLines) {
-  const std::string text =
+  const MonthlyLogText log(
       "day month year hour minute temperature   humidity     dewpoint   barometer  windspeed  gustspeed "
       "direction   rainlastmin    dailyrain  monthlyrain   yearlyrain  heatindex\r\n"
       "14 11 2026  9  5 05.3  65 -0.8 1013.3 3.1 12.4   7 0.2 2.4 35.6 412.0 05.3\r\n"
@@ -21,8 +21,7 @@ TEST(MonthlyLogReader, KeepsDataLinesAndSkipsHeaderBlankForeignAndHalfWrittenLin
       "14 11 2026  9  7 05.3  65 -0.8 1013.3 3.1 12.4   7 0.2 2.4 35.6 412.0 x\r\n"       // not a number
       "14 11 2026 9.5  8 05.3  65 -0.8 1013.3 3.1 12.4   7 0.2 2.4 35.6 412.0 05.3\r\n"   // a broken hour
       "14 11 2026  9  9 -0.5  65 -6.3 1013.3 3.1 12.4 270     0.0 2.4 35.6 412.0 -0.5\n"  // LF only
-      "14 11 2026  9 10 05.3  65 -0.8 1013.3 3.1 12.4   7 0.2 2.4 35.6 412.0 0";  // still being written
-  const MonthlyLogText log(text);
+      "14 11 2026  9 10 05.3  65 -0.8 1013.3 3.1 12.4   7 0.2 2.4 35.6 412.0 0");  // still being written
   ASSERT_EQ(log.lines().size(), 2u);
   EXPECT_EQ(log.skipped(), 7u);
   const MonthlyLogLine& first = log.lines()[0];

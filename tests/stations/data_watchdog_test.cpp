@@ -5,35 +5,35 @@
 namespace nimbrel {
 namespace {
 
-TEST(DataWatchdog, AWm918WithAMissingGroupIsCompleteAfter151Ticks) {
+// Held data: nothing but the watchdog marks it complete.
+ReceiveState heldWith(std::array<bool, 5> groups = {}, std::uint16_t noDataTicks = 0) {
   ReceiveState s;
-  s.hold = true;  // nothing else marks the data complete
-  s.groupFlags = {true, true, false, true, true};
+  s.hold = true;
+  s.groupFlags = groups;
+  s.noDataTicks = noDataTicks;
+  return s;
+}
+
+TEST(DataWatchdog, AWm918SetIsTakenWhenCompleteOrWithAMissingGroupAfter151Ticks) {
+  ReceiveState missing = heldWith({true, true, false, true, true});
   int ticks = 0;
-  while (!s.processData && ticks < 1000) {
-    Timer2Timer(s, {.stationType = 1});
+  while (!missing.processData && ticks < 1000) {
+    Timer2Timer(missing, {.stationType = 1});
     ++ticks;
   }
   EXPECT_EQ(ticks, 151);
-  EXPECT_TRUE(s.groupFlags[2]);
-  EXPECT_EQ(s.noDataTicks, 0);
-}
+  EXPECT_TRUE(missing.groupFlags[2]);
+  EXPECT_EQ(missing.noDataTicks, 0);
 
-TEST(DataWatchdog, AWm918CompleteSetIsTakenAndStartsTheNextSet) {
-  ReceiveState s;
-  s.hold = true;
-  s.groupFlags = {true, true, true, true, true};
-  s.noDataTicks = 40;
-  Timer2Timer(s, {.stationType = 1});
-  EXPECT_TRUE(s.processData);
-  EXPECT_EQ(s.groupFlags, (std::array<bool, 5>{false, false, false, false, true}));
-  // Waiting for the next set counts from the same tick on.
-  EXPECT_EQ(s.noDataTicks, 1);
+  ReceiveState complete = heldWith({true, true, true, true, true}, 40);
+  Timer2Timer(complete, {.stationType = 1});
+  EXPECT_TRUE(complete.processData);
+  EXPECT_EQ(complete.groupFlags, (std::array<bool, 5>{false, false, false, false, true}));
+  EXPECT_EQ(complete.noDataTicks, 1);  // waiting for the next set counts from the same tick on
 }
 
 TEST(DataWatchdog, WmrStationsWaitForFourGroupsAndResetOnlyOnce) {
-  ReceiveState s;
-  s.hold = true;
+  ReceiveState s = heldWith();
   Timer2Timer(s, {.stationType = 8});
   EXPECT_FALSE(s.processData);
   // Settings that say two groups are not fitted mark them present.
@@ -43,9 +43,7 @@ TEST(DataWatchdog, WmrStationsWaitForFourGroupsAndResetOnlyOnce) {
   EXPECT_TRUE(s.processData);
   EXPECT_FALSE(s.hold);
 
-  ReceiveState silent;
-  silent.hold = true;
-  silent.noDataTicks = 151;
+  ReceiveState silent = heldWith({}, 151);
   Timer2Timer(silent, {.stationType = 3});
   EXPECT_TRUE(silent.onceOnlyReset);
   EXPECT_EQ(silent.noDataTicks, 0);
@@ -53,16 +51,14 @@ TEST(DataWatchdog, WmrStationsWaitForFourGroupsAndResetOnlyOnce) {
   silent.hold = true;
   silent.noDataTicks = 151;
   Timer2Timer(silent, {.stationType = 3});
-  EXPECT_FALSE(silent.processData);  // once only
+  EXPECT_FALSE(silent.processData);    // once only
   EXPECT_EQ(silent.noDataTicks, 201);  // bounded to 200 at the start of each tick
 }
 
 TEST(DataWatchdog, CountersAreBounded) {
-  ReceiveState s;
-  s.noDataTicks = 160;
+  ReceiveState s = heldWith({}, 160);
   s.slowCounter = 9000;
   s.busy = true;
-  s.hold = true;
   Timer2Timer(s, {.stationType = 31});
   EXPECT_EQ(s.noDataTicks, 200);
   EXPECT_EQ(s.slowCounter, 5000);

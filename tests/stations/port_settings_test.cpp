@@ -9,16 +9,10 @@ namespace {
 
 using testsupport::MemorySettingsStore;
 
-TEST(PortSettings, EmptyStoreGivesTheDefaults) {
-  const PortSettings port = readPortSettings(MemorySettingsStore{});
-  EXPECT_EQ(port, PortSettings{});
-  EXPECT_EQ(port.comNumber, 1);
-  EXPECT_EQ(port.tcpipVpPort, 22222);
-  EXPECT_EQ(serialDevicePath(port), "/dev/ttyS0");
-}
-
-TEST(PortSettings, DevicePathFromNumberOrDeviceKey) {
+TEST(PortSettings, DevicePathFromTheDefaultANumberOrTheDeviceKey) {
   MemorySettingsStore store;
+  EXPECT_EQ(readPortSettings(store), PortSettings{});
+  EXPECT_EQ(serialDevicePath(readPortSettings(store)), "/dev/ttyS0");
   store.WriteString("Comport", "number", "3");
   EXPECT_EQ(serialDevicePath(readPortSettings(store)), "/dev/ttyS2");
   store.WriteString("Comport", "device", "/dev/ttyUSB0");

@@ -17,18 +17,14 @@ StationSelection selectNamed(MemorySettingsStore& store, std::string_view name) 
   return selectStation(store);
 }
 
-TEST(StationTypes, VantageChosenAt2400KeepsItsNameAndRestartsAt2400) {
+TEST(StationTypes, TheVantageKeepsItsNameAndItsSpeedKeyTakesOnlyItsChoices) {
   MemorySettingsStore store;
+  EXPECT_EQ(selectNamed(store, "DAVIS VANTAGE PRO").line.baud, 19200u);  // empty key
   store.WriteString("Weather Station Type", "Davis vp speed", "2400");
-  const StationSelection vantage = selectNamed(store, "DAVIS VANTAGE PRO");
+  const StationSelection vantage = selectStation(store);
   EXPECT_EQ(vantage.code, 31);
   EXPECT_EQ(vantage.caption, "  -DAVIS Vantage Pro");
   EXPECT_EQ(vantage.line, (SerialLine{2400, Parity::none, 1, 8}));
-}
-
-TEST(StationTypes, VantageSpeedKeyTakesOnlyItsChoices) {
-  MemorySettingsStore store;
-  EXPECT_EQ(selectNamed(store, "DAVIS VANTAGE PRO").line.baud, 19200u);  // empty key
   for (const auto& [stored, baud] : std::vector<std::pair<const char*, std::uint32_t>>{
            {"14400", 14400}, {"9600", 9600}, {"19200", 19200}, {"4800", 19200}, {"fast", 19200}, {"2400x", 19200}}) {
     store.WriteString("Weather Station Type", "Davis vp speed", stored);
@@ -52,22 +48,16 @@ TEST(StationTypes, VantageOptionsAreReadOnlyForTheVantage) {
   EXPECT_FALSE(selectNamed(store, "DAVIS VANTAGE PRO").vantageOverTcp);
 }
 
-TEST(StationTypes, NamesSharingADecoderShareTheCode) {
+TEST(StationTypes, NamesSharingADecoderShareTheCodeAndOnlyTheExactNameMatches) {
   for (const char* name : {"ULTIMETER II", "ULTIMETER 2000", "ULTIMETER", "CONRAD", "stationless", "stationless vws"})
     EXPECT_EQ(stationTypeFromName(name), 10) << name;
   for (const char* name : {"currdatalst", "DAVIS GROW", "DAVIS HEALTH"})
     EXPECT_EQ(stationTypeFromName(name), 15) << name;
-  EXPECT_EQ(stationTypeFromName("stationless wlk"), 401);
   // Near-identical names that select different types.
-  EXPECT_EQ(stationTypeFromName("reinhard"), 36);
-  EXPECT_EQ(stationTypeFromName("Reinhardt"), 39);
-  EXPECT_EQ(stationTypeFromName("monitor"), 45);
-  EXPECT_EQ(stationTypeFromName("monitor new"), 55);
-  EXPECT_EQ(stationTypeFromName("DAVIS WMII"), 4);
-  EXPECT_EQ(stationTypeFromName("DAVIS WMII Standard"), 6);
-}
+  for (const auto& [name, code] : {std::pair{"stationless wlk", 401}, {"reinhard", 36}, {"Reinhardt", 39},
+                                   {"monitor", 45}, {"monitor new", 55}, {"DAVIS WMII", 4}, {"DAVIS WMII Standard", 6}})
+    EXPECT_EQ(stationTypeFromName(name), code) << name;
 
-TEST(StationTypes, OnlyTheExactNameMatches) {
   for (const char* name : {"davis vantage pro", "Conrad", "wmr968", "WMR968 ", " WMR968", "", "Stationless"})
     EXPECT_EQ(stationTypeFromName(name), 0) << '"' << name << '"';
   MemorySettingsStore store;
@@ -77,10 +67,11 @@ TEST(StationTypes, OnlyTheExactNameMatches) {
   EXPECT_EQ(none.storedName, "Davis Vantage Pro");
 }
 
-TEST(StationTypes, TableIsConsistent) {
+TEST(StationTypes, TableIsConsistentAndCaptionOnlyRowsAreNeverSelected) {
   std::set<std::string_view> names;
   std::set<std::uint16_t> codes;
   std::uint16_t previousCode = 0;
+  std::vector<std::string_view> captionOnly;
   for (const StationTypeRow& row : stationTypeTable()) {
     EXPECT_GE(row.code, previousCode) << "rows out of code order at " << row.storedName;
     previousCode = row.code;
@@ -88,18 +79,15 @@ TEST(StationTypes, TableIsConsistent) {
     EXPECT_TRUE(row.caption.empty() || row.caption.starts_with("  ")) << row.caption;
     EXPECT_EQ(row.line.dataBits, 8);
     EXPECT_TRUE(row.line.stopBits == 1 || row.line.stopBits == 2);
-    if (row.storedName.empty()) continue;  // caption-only rows
+    if (row.storedName.empty()) {
+      captionOnly.push_back(row.caption);
+      continue;
+    }
     EXPECT_TRUE(names.insert(row.storedName).second) << "\"" << row.storedName << "\" appears twice";
     EXPECT_EQ(stationTypeFromName(row.storedName), row.code) << row.storedName;
   }
   EXPECT_EQ(codes.size(), 72u);
   EXPECT_EQ(names.size(), 90u);
-}
-
-TEST(StationTypes, ExtraCaptionsAreKeptButNeverSelected) {
-  std::vector<std::string_view> captionOnly;
-  for (const StationTypeRow& row : stationTypeTable())
-    if (row.storedName.empty()) captionOnly.push_back(row.caption);
   EXPECT_EQ(captionOnly, (std::vector<std::string_view>{"  -Heavy Weather", "  -US Navy 15 sec serial update"}));
   EXPECT_EQ(findStationType(""), nullptr);
   MemorySettingsStore store;
@@ -108,12 +96,8 @@ TEST(StationTypes, ExtraCaptionsAreKeptButNeverSelected) {
 
 TEST(StationTypes, SerialLinesAndSpeedKeysPerModel) {
   struct Case {
-    const char* name;
-    const char* section;
-    const char* key;
-    const char* value;
-    std::uint32_t baudWhenEmpty;
-    std::uint32_t baudWhenSet;
+    const char *name, *section, *key, *value;
+    std::uint32_t baudWhenEmpty, baudWhenSet;
   };
   const Case cases[] = {
       {"DAVIS WMII", "Weather Station Type", "Davis wmii speed", "1200", 2400, 1200},

@@ -14,41 +14,15 @@ std::uint16_t wordAt(const LoopPacket& p, std::size_t offset) {
 // A reading with a distinct value in every field, so that a field written at
 // the wrong offset shows.
 ConsoleReading everyFieldSet() {
-  ConsoleReading r;
-  r.barometerTrend = -20;
-  r.nextArchiveRecord = 0x0102;
-  r.barometer = 30012;
-  r.insideTemperature = 712;
-  r.insideHumidity = 41;
-  r.outsideTemperature = 655;
-  r.windSpeed = 17;
-  r.windAverage10 = 9;
-  r.windDirection = 271;
-  r.extraTemperatures = {150, 151, 152, 153, 154, 155, 156};
-  r.soilTemperatures = {160, 161, 162, 163};
-  r.leafTemperatures = {170, 171, 172, 173};
-  r.outsideHumidity = 77;
-  r.extraHumidities = {81, 82, 83, 84, 85, 86, 87};
-  r.rainRate = 0x0203;
-  r.uvIndex = 45;
-  r.solarRadiation = 812;
-  r.stormRain = 0x0304;
-  r.stormStart = CalendarDate{2026, 7, 4};
-  r.dayRain = 0x0405;
-  r.monthRain = 0x0506;
-  r.yearRain = 0x0607;
-  r.dayEt = 0x0708;
-  r.monthEt = 0x0809;
-  r.yearEt = 0x090A;
-  r.soilMoistures = {21, 22, 23, 24};
-  r.leafWetnesses = {1, 2, 3, 4};
-  r.transmitterBatteryStatus = 0x02;
-  r.consoleBattery = 802;
-  r.forecastIcons = kIconCloud | kIconPartlyCloudy;
-  r.forecastRule = 123;
-  r.sunrise = 532;
-  r.sunset = 2117;
-  return r;
+  return {.barometerTrend = -20, .nextArchiveRecord = 0x0102, .barometer = 30012, .insideTemperature = 712,
+          .insideHumidity = 41, .outsideTemperature = 655, .windSpeed = 17, .windAverage10 = 9, .windDirection = 271,
+          .extraTemperatures = {150, 151, 152, 153, 154, 155, 156}, .soilTemperatures = {160, 161, 162, 163},
+          .leafTemperatures = {170, 171, 172, 173}, .outsideHumidity = 77,
+          .extraHumidities = {81, 82, 83, 84, 85, 86, 87}, .rainRate = 0x0203, .uvIndex = 45, .solarRadiation = 812,
+          .stormRain = 0x0304, .stormStart = CalendarDate{2026, 7, 4}, .dayRain = 0x0405, .monthRain = 0x0506,
+          .yearRain = 0x0607, .dayEt = 0x0708, .monthEt = 0x0809, .yearEt = 0x090A, .soilMoistures = {21, 22, 23, 24},
+          .leafWetnesses = {1, 2, 3, 4}, .transmitterBatteryStatus = 0x02, .consoleBattery = 802,
+          .forecastIcons = kIconCloud | kIconPartlyCloudy, .forecastRule = 123, .sunrise = 532, .sunset = 2117};
 }
 
 TEST(LoopPacketEncoding, PutsEveryFieldAtItsOffset) {
@@ -68,7 +42,7 @@ TEST(LoopPacketEncoding, PutsEveryFieldAtItsOffset) {
   for (std::size_t alarm = 70; alarm <= 85; ++alarm) EXPECT_EQ(p[alarm], 0) << "alarm byte " << alarm;
 }
 
-TEST(LoopPacketEncoding, CrcOverTheWholePacketIsZeroAndTakesTheHighByteFirst) {
+TEST(LoopPacketEncoding, CrcTakesTheHighByteFirstAndByteThreeIsPOrTheBarometerTrend) {
   for (const bool revb : {false, true}) {
     const LoopPacket p = encodeLoopPacket(everyFieldSet(), revb);
     EXPECT_EQ(crcCcitt(p), 0) << "revb " << revb;
@@ -76,9 +50,6 @@ TEST(LoopPacketEncoding, CrcOverTheWholePacketIsZeroAndTakesTheHighByteFirst) {
     EXPECT_EQ(p[97], crc >> 8);
     EXPECT_EQ(p[98], crc & 0xFF);
   }
-}
-
-TEST(LoopPacketEncoding, ByteThreeIsPOrTheBarometerTrend) {
   ConsoleReading r = everyFieldSet();
   r.barometerTrend = -60;
   EXPECT_EQ(encodeLoopPacket(r, false)[3], 'P');
@@ -88,7 +59,7 @@ TEST(LoopPacketEncoding, ByteThreeIsPOrTheBarometerTrend) {
   EXPECT_EQ(encodeLoopPacket(r, true)[3], 60);
 }
 
-TEST(LoopPacketEncoding, NegativeTemperaturesAreTwosComplementWords) {
+TEST(LoopPacketEncoding, NegativeTemperaturesAreTwosComplementWordsAndTheStormDateIsPacked) {
   ConsoleReading r = everyFieldSet();
   r.outsideTemperature = -10;  // -1.0 deg F
   r.insideTemperature = -325;
@@ -142,13 +113,7 @@ TEST(HilowsEncoding, IsTheFullBlockWithTheDailyHighWindAndItsTime) {
 }
 
 TEST(ConsoleTimeEncoding, RoundTripsAndRefusesDamage) {
-  LocalTime t;
-  t.year = 2031;
-  t.month = 5;
-  t.day = 6;
-  t.hour = 7;
-  t.minute = 8;
-  t.second = 9;
+  LocalTime t{.year = 2031, .month = 5, .day = 6, .hour = 7, .minute = 8, .second = 9};
   const ConsoleTimeBytes bytes = encodeConsoleTime(t);
   EXPECT_EQ(bytes[5], 131);  // years since 1900
   EXPECT_EQ(crcCcitt(bytes), 0);

@@ -10,12 +10,14 @@
 #include "processing/records/record_book.h"
 #include "processing/records/records.h"
 #include "processing/records/records_save.h"
+#include "support/expect_stored.h"
 #include "support/memory_settings_store.h"
 #include "support/settings_test_folder.h"
 
 namespace nimbrel {
 namespace {
 
+using testsupport::expectStored;
 using testsupport::MemorySettingsStore;
 using testsupport::SettingsTestFolder;
 
@@ -43,17 +45,12 @@ std::string printfTenths(double value) {
   return text;
 }
 
-TEST(RecordText, TenthsRoundAsPrintfDoes) {
-  EXPECT_EQ(tenthsText(35.7), "357");
-  EXPECT_EQ(tenthsText(-12.34), "-123");
+TEST(RecordText, TenthsRoundAsPrintfDoesAndSevenBlankSeparatedFieldsReadBack) {
   EXPECT_EQ(tenthsText(0.25), "2");  // exact binary half: to even
-  EXPECT_EQ(tenthsText(0.35), "4");
   EXPECT_EQ(tenthsText(-0.05), "-0");
   for (double v : {-12.34, 35.7, 0.05, -0.05, 0.25, 0.35, 2.5, 3.5, 0.15, 1013.25, -40.05, 99999.95})
     EXPECT_EQ(tenthsText(v), printfTenths(v)) << v;
-}
 
-TEST(RecordText, SevenBlankSeparatedFieldsReadBack) {
   const RecordValue hot{35.7, {2024, 7, 3, 14, 5}};
   EXPECT_EQ(recordValueText(hot), "357 2024 7 3 14 5 ");
   EXPECT_EQ(recordValueText({-12.34, {2023, 12, 31, 23, 59}}), "-123 2023 12 31 23 59 ");
@@ -159,9 +156,8 @@ TEST_F(RecordsStoreTest, WritesRunningValuesThenTheThreeSetsInTableOrder) {
     for (const RecordRow& row : recordRows())
       if (book.held(set, row.name).present) expected += recordSectionName(row, set) + "|";
   EXPECT_EQ(headersOf(folder_.read("NIMBREL.INI")), expected);
-  EXPECT_EQ(store.ReadString("new rain storage", "dailyrain done it new 2"), "done");
-  EXPECT_EQ(store.ReadString("New rain storage", "monthlyrain new"), "40");
-  EXPECT_EQ(store.ReadString("Record high gust3", "direction"), "270");
+  expectStored(store, {{"new rain storage", "dailyrain done it new 2", "done"},
+                       {"New rain storage", "monthlyrain new", "40"}, {"Record high gust3", "direction", "270"}});
 }
 
 TEST_F(RecordsStoreTest, BackupIsTheFileBeforeTheWriteAndStaysWhenTheWriteFails) {
@@ -266,10 +262,9 @@ TEST(RecordsReset, MonthEndClearsOnlyTheMonthlySet) {
   const HeldRecord& month = book.held(RecordSet::ThisMonth, "Record high temperature");
   EXPECT_FALSE(month.present);
   EXPECT_EQ(month.previous->value, 30);
-  EXPECT_EQ(store.ReadString("Record high temperature2", "values"), "");
-  EXPECT_EQ(store.ReadString("Record high gust2", "direction"), "");
-  EXPECT_EQ(store.ReadString("Record high temperature2", "old values"), "300 2024 6 30 15 0 ");
-  EXPECT_EQ(store.ReadString("Record high temperature3", "values"), "300 2024 6 30 15 0 ");
+  expectStored(store, {{"Record high temperature2", "values", ""}, {"Record high gust2", "direction", ""},
+                       {"Record high temperature2", "old values", "300 2024 6 30 15 0 "},
+                       {"Record high temperature3", "values", "300 2024 6 30 15 0 "}});
 
   book.compare(reading(18, 5), at(1, 0, 0));  // the first reading of the month sets it again
   EXPECT_EQ(month.present->value, 18);

@@ -6,6 +6,7 @@
 #include <filesystem>
 
 #include "core/ini_store.h"
+#include "support/expect_stored.h"
 #include "support/settings_test_folder.h"
 
 namespace nimbrel {
@@ -13,6 +14,7 @@ namespace {
 
 namespace chr = std::chrono;
 using Minute = chr::sys_time<chr::minutes>;
+using testsupport::expectStored;
 using testsupport::SettingsTestFolder;
 
 Minute minuteOf(int year, unsigned month, unsigned day, int hour, int minute) {
@@ -38,14 +40,7 @@ class HousekeepingTest : public ::testing::Test {
   std::filesystem::path logs() const { return folder_ / "logfiles"; }
   Housekeeping& keeper() {
     if (!keeper_)
-      keeper_.emplace(HousekeepingParts{record_,
-                                        extremes_,
-                                        rain_,
-                                        main_,
-                                        cycle_,
-                                        units_,
-                                        stationLog_,
-                                        folder_.log(),
+      keeper_.emplace(HousekeepingParts{record_, extremes_, rain_, main_, cycle_, units_, stationLog_, folder_.log(),
                                         {folder_.path(), main_.path(), logs()}});
     return *keeper_;
   }
@@ -95,23 +90,20 @@ TEST_F(HousekeepingTest, MidnightKeepsTheDayAsYesterdayAndStartsANewOne) {
   reading(11.0, 90, 0, minuteOf(2024, 7, 3, 5, 30));
   drive(minuteOf(2024, 7, 3, 23, 50), minuteOf(2024, 7, 4, 0, 20));
 
-  EXPECT_EQ(stored("House keeping", "yesterdayday"), "3");
-  EXPECT_EQ(stored("Daily high temperature yest", "number2"), "25.5");
-  EXPECT_EQ(stored("Daily high temperature yest", "number2time"), "14:00");
-  EXPECT_EQ(stored("Daily high temperature yest", "number2actual"), "25.5");
-  EXPECT_EQ(stored("Daily low temperature yest", "number2time"), "05:30");
-  EXPECT_EQ(stored("Daily low humidity yest", "number2"), "40");
+  expectStored(main_, {{"House keeping", "yesterdayday", "3"}, {"Daily high temperature yest", "number2", "25.5"},
+                       {"Daily high temperature yest", "number2time", "14:00"},
+                       {"Daily high temperature yest", "number2actual", "25.5"},
+                       {"Daily low temperature yest", "number2time", "05:30"},
+                       {"Daily low humidity yest", "number2", "40"}});
   // The new day starts at the sentinels, in memory and in the settings.
   EXPECT_EQ(extremes_.high(Quantity::Temperature), -100);
-  EXPECT_EQ(stored("Daily high temperature", "number2"), "-100");
-  EXPECT_EQ(stored("Daily low temperature", "number2"), "100");
-  EXPECT_EQ(stored("Daily low humidity", "number2"), "101");
-  EXPECT_EQ(stored("Daily low humidity", "number2time"), "");
+  expectStored(main_, {{"Daily high temperature", "number2", "-100"}, {"Daily low temperature", "number2", "100"},
+                       {"Daily low humidity", "number2", "101"}, {"Daily low humidity", "number2time", ""}});
 
-  EXPECT_EQ(stored("Daily high average yest", "prevdayrain"), "4.2");
-  EXPECT_EQ(stored("Daily high average yest", "prevdayraintime"), "00:00");
-  EXPECT_EQ(stored("Daily rain for each week day", "wedensday"), "4.2");
-  EXPECT_EQ(stored("Daily rain for each week day", "wednesday date"), "3/7");
+  expectStored(main_, {{"Daily high average yest", "prevdayrain", "4.2"},
+                       {"Daily high average yest", "prevdayraintime", "00:00"},
+                       {"Daily rain for each week day", "wedensday", "4.2"},
+                       {"Daily rain for each week day", "wednesday date", "3/7"}});
   EXPECT_EQ(record_.dailyrain, 0);
   EXPECT_EQ(stored("new rain storage", "dailyrain new"), "0");
   EXPECT_EQ(keeper().maxRainRateText(), "0.0 mm/min (0.0 mm/hr)");
@@ -187,10 +179,8 @@ TEST_F(HousekeepingTest, MonthEndFilesTheMonthAndAsksForTheReports) {
   EXPECT_EQ(record_.yearlyrain, 300);
   EXPECT_TRUE(cycle_.noaa_request);
   EXPECT_EQ(stationLogCount("resetting month data file house keeping \n"), 1);
-  EXPECT_EQ(stored("Sunshine hours", "month12"), "112.5");
-  EXPECT_EQ(stored("Sunshine hours", "month"), "0");
-  EXPECT_EQ(stored("Energy wind", "25 month12"), "7");
-  EXPECT_EQ(stored("Energy wind", "0 month12"), "0");
+  expectStored(main_, {{"Sunshine hours", "month12", "112.5"}, {"Sunshine hours", "month", "0"},
+                       {"Energy wind", "25 month12", "7"}, {"Energy wind", "0 month12", "0"}});
 }
 
 TEST_F(HousekeepingTest, YearlyRainStartsAgainInTheRainSeasonMonth) {
@@ -228,8 +218,7 @@ TEST_F(HousekeepingTest, DailyFilesStartAfreshAndTheSettingsAreBackedUpAfterTheR
             "day,month,year,hour,minute,temperature,humidity,dewpoint,barometer,windspeed,gustspeed,direction,"
             "rainlastmin,dailyrain,monthlyrain,yearlyrain,heatindex\r\n");
   EXPECT_EQ(logFile("indoorlog.txt"), "day month year hour minute temperature   humidity\r\n");
-  EXPECT_EQ(logFile("lightninglog.txt"), "");
-  EXPECT_EQ(logFile("lightninglognexstorm.txt"), "");
+  for (const char* emptied : {"lightninglog.txt", "lightninglognexstorm.txt"}) EXPECT_EQ(logFile(emptied), "") << emptied;
   EXPECT_EQ(stored("FTP error count", "number"), "0");
   EXPECT_EQ(stored("Total bytes uploaded day", "number"), "0");
 
@@ -314,22 +303,17 @@ TEST_F(HousekeepingTest, StartUpResetNeedsItsSwitchAndAnEarlierReset) {
   EXPECT_EQ(stationLogCount("daily value"), 2);
 }
 
-TEST(ResetCalendarTest, RainSeasonMonthsBetweenTwoResets) {
+TEST(ResetCalendarTest, RainSeasonMonthsBetweenTwoResetsAndStoredResetDatesMustBeRealDates) {
   EXPECT_TRUE(monthStartsBetween({2024, 6, 30}, {2024, 7, 1}, 7));
   EXPECT_FALSE(monthStartsBetween({2024, 7, 1}, {2024, 7, 31}, 7));
   EXPECT_FALSE(monthStartsBetween({2024, 7, 31}, {2024, 8, 1}, 7));
   EXPECT_TRUE(monthStartsBetween({2023, 11, 30}, {2024, 2, 1}, 1));
   EXPECT_FALSE(monthStartsBetween({2023, 11, 30}, {2024, 2, 1}, 3));
   EXPECT_TRUE(monthStartsBetween({2022, 7, 2}, {2023, 7, 1}, 7));
-}
-
-TEST(ResetCalendarTest, StoredResetDatesMustBeRealDates) {
   CalendarDate date;
   EXPECT_TRUE(parseIsoDate("2024-02-29", date));
   EXPECT_EQ(date, (CalendarDate{2024, 2, 29}));
-  EXPECT_FALSE(parseIsoDate("2023-02-29", date));
-  EXPECT_FALSE(parseIsoDate("2024-2-29", date));
-  EXPECT_FALSE(parseIsoDate("", date));
+  for (const char* notADate : {"2023-02-29", "2024-2-29", ""}) EXPECT_FALSE(parseIsoDate(notADate, date)) << notADate;
 }
 
 }  // namespace

@@ -8,16 +8,15 @@
 #include <vector>
 
 #include "core/number_format.h"
+#include "support/expect_stored.h"
 #include "support/memory_settings_store.h"
 
 namespace nimbrel {
 namespace {
 
-using testsupport::MemorySettingsStore;
+using testsupport::expectStored;
 
-LocalTime at(int hour, int minute) {
-  return LocalTime{.year = 2024, .month = 7, .day = 3, .hour = hour, .minute = minute};
-}
+LocalTime at(int hour, int minute) { return LocalTime{.year = 2024, .month = 7, .day = 3, .hour = hour, .minute = minute}; }
 
 LiveRecord outdoorReadings(double temp, int hum, double gust, double baro) {
   LiveRecord record;
@@ -34,15 +33,14 @@ class DailyExtremesTest : public ::testing::Test {
     record_.outtemp = outtemp;
     extremes_.check_data(record_, at(hour, minute), false, store_);
   }
-  double stored(std::string_view section, std::string_view key = "number2") const {
-    double value = 0;
-    EXPECT_TRUE(parseDouble(store_.ReadString(section, key), value)) << section;
-    return value;
+  void readings(const LiveRecord& record, int hour, int minute) {
+    record_ = record;
+    extremes_.check_data(record_, at(hour, minute), false, store_);
   }
 
   LiveRecord record_;
   DailyExtremes extremes_;
-  MemorySettingsStore store_;
+  testsupport::MemorySettingsStore store_;
 };
 
 // A day of readings, one a minute; the expected extremes are found the slow
@@ -64,8 +62,7 @@ TEST_F(DailyExtremesTest, MatchesTheExtremesOfADayFoundTheSlowWay) {
     gust = std::max(0.0, gust + step(random));
     hum = std::clamp(hum + step(random), 1, 100);
     day.push_back({temp, baro, gust, static_cast<std::uint16_t>(hum), fmt::format("{:02}:{:02}", m / 60, m % 60)});
-    record_ = outdoorReadings(temp, hum, gust, baro);
-    extremes_.check_data(record_, at(m / 60, m % 60), false, store_);
+    readings(outdoorReadings(temp, hum, gust, baro), m / 60, m % 60);
   }
 
   // max_element and min_element give the first of equal values, as the
@@ -85,49 +82,42 @@ TEST_F(DailyExtremesTest, MatchesTheExtremesOfADayFoundTheSlowWay) {
   expect(Quantity::Gust, [](const Sample& s) { return s.gust; });
   expect(Quantity::Humidity, [](const Sample& s) { return double(s.hum); });
 
-  EXPECT_NEAR(stored("Daily high temperature"), extremes_.high(Quantity::Temperature), 1e-12);
+  double stored = 0;
+  EXPECT_TRUE(parseDouble(store_.ReadString("Daily high temperature", "number2"), stored));
+  EXPECT_NEAR(stored, extremes_.high(Quantity::Temperature), 1e-12);
   EXPECT_EQ(store_.ReadString("Daily low pressure", "number2time"), extremes_.lowTime(Quantity::Pressure));
   EXPECT_EQ(store_.ReadString("Extreme conditions times", "Min temp"), extremes_.lowTime(Quantity::Temperature));
 }
 
 TEST_F(DailyExtremesTest, ChangesAreWrittenAtOnceAndEqualValuesKeepTheTime) {
   reading(10, 7, 5);
-  EXPECT_EQ(store_.ReadString("Daily high temperature", "number2"), "10");
-  EXPECT_EQ(store_.ReadString("Daily high temperature", "number2time"), "07:05");
-  EXPECT_EQ(store_.ReadString("Extreme conditions times", "Max temp"), "07:05");
-  EXPECT_EQ(store_.ReadString("Daily low temperature", "number2time"), "07:05");
-
+  expectStored(store_, {{"Daily high temperature", "number2", "10"}, {"Daily high temperature", "number2time", "07:05"},
+                        {"Extreme conditions times", "Max temp", "07:05"}, {"Daily low temperature", "number2time", "07:05"}});
   reading(10, 8, 0);
   EXPECT_EQ(extremes_.highTime(Quantity::Temperature), "07:05");
-  EXPECT_EQ(store_.ReadString("Extreme conditions times", "Max temp"), "07:05");
-
+  expectStored(store_, {{"Extreme conditions times", "Max temp", "07:05"}});
   reading(10.5, 9, 15);
-  EXPECT_EQ(store_.ReadString("Daily high temperature", "number2"), "10.5");
-  EXPECT_EQ(store_.ReadString("Extreme conditions times", "Max temp"), "09:15");
   reading(9.5, 10, 0);
-  EXPECT_EQ(store_.ReadString("Daily low temperature", "number2"), "9.5");
-  EXPECT_EQ(store_.ReadString("Extreme conditions times", "Min temp"), "10:00");
+  expectStored(store_, {{"Daily high temperature", "number2", "10.5"}, {"Extreme conditions times", "Max temp", "09:15"},
+                        {"Daily low temperature", "number2", "9.5"}, {"Extreme conditions times", "Min temp", "10:00"}});
 }
 
 TEST_F(DailyExtremesTest, IndoorHumidityKeepsOnlyItsTimes) {
   record_.inhum = 45;
   extremes_.check_data(record_, at(13, 30), true, store_);
-  EXPECT_EQ(store_.ReadString("Daily high indoor hum time", "value"), "1:30 pm");
-  EXPECT_EQ(store_.ReadString("Daily low indoor hum time", "value"), "1:30 pm");
+  expectStored(store_, {{"Daily high indoor hum time", "value", "1:30 pm"},
+                        {"Daily low indoor hum time", "value", "1:30 pm"}});
   EXPECT_EQ(store_.ReadString("Daily high indoor hum time", "number2", "<none>"), "<none>");
 }
 
 TEST_F(DailyExtremesTest, FirstReadingAfterResetIsBothHighAndLow) {
   reading(25, 15, 0);
   extremes_.resetDay(store_);
-  EXPECT_EQ(store_.ReadString("Daily high temperature", "number2"), "-100");
-  EXPECT_EQ(store_.ReadString("Daily low temperature", "number2"), "100");
-  EXPECT_EQ(store_.ReadString("Daily low humidity", "number2"), "101");
-  EXPECT_EQ(store_.ReadString("Daily low temperature", "number2time"), "");
+  expectStored(store_, {{"Daily high temperature", "number2", "-100"}, {"Daily low temperature", "number2", "100"},
+                        {"Daily low humidity", "number2", "101"}, {"Daily low temperature", "number2time", ""}});
   EXPECT_FALSE(extremes_.todaysHighGust());
 
-  record_ = outdoorReadings(30, 100, 0, 1013.2);
-  extremes_.check_data(record_, at(0, 1), false, store_);
+  readings(outdoorReadings(30, 100, 0, 1013.2), 0, 1);
   for (Quantity q : {Quantity::Temperature, Quantity::Humidity, Quantity::Pressure}) {
     EXPECT_EQ(extremes_.high(q), extremes_.low(q));
     EXPECT_EQ(extremes_.lowTime(q), "00:01");
@@ -136,7 +126,7 @@ TEST_F(DailyExtremesTest, FirstReadingAfterResetIsBothHighAndLow) {
   EXPECT_EQ(extremes_.todaysHighGust(), 0.0);
 }
 
-TEST_F(DailyExtremesTest, RestartContinuesTheDay) {
+TEST_F(DailyExtremesTest, RestartContinuesTheDayAndUnreadableStoredValuesStartAfresh) {
   reading(10, 6, 0);
   reading(18, 14, 0);
   DailyExtremes restarted;
@@ -148,39 +138,37 @@ TEST_F(DailyExtremesTest, RestartContinuesTheDay) {
   EXPECT_EQ(restarted.high(Quantity::Temperature), 18);
   EXPECT_EQ(restarted.low(Quantity::Temperature), 10);
   EXPECT_EQ(store_.ReadString("Daily high temperature", "number2time"), "14:00");
-}
 
-TEST_F(DailyExtremesTest, UnreadableStoredValuesStartAfresh) {
-  store_.WriteString("Daily high temperature", "number2", "warm");
-  store_.WriteString("Daily high temperature", "number2time", "12:00");
-  store_.WriteString("Daily low temperature", "number2", "12,5");
-  store_.WriteString("Daily high gust", "number2", "");
-  store_.WriteString("Daily low pressure", "number2", "100");
-  extremes_.load(store_);
-  EXPECT_EQ(extremes_.high(Quantity::Temperature), kHighSentinel);
-  EXPECT_EQ(extremes_.highTime(Quantity::Temperature), "");
-  EXPECT_FALSE(extremes_.todaysHighGust());
-
+  testsupport::MemorySettingsStore damaged;
+  for (const auto& [section, key, value] : {testsupport::StoredEntry{"Daily high temperature", "number2", "warm"},
+                                            {"Daily high temperature", "number2time", "12:00"},
+                                            {"Daily low temperature", "number2", "12,5"},
+                                            {"Daily high gust", "number2", ""},
+                                            {"Daily low pressure", "number2", "100"}})
+    damaged.WriteString(section, key, value);
+  DailyExtremes fresh;
+  fresh.load(damaged);
+  EXPECT_EQ(fresh.high(Quantity::Temperature), kHighSentinel);
+  EXPECT_EQ(fresh.highTime(Quantity::Temperature), "");
+  EXPECT_FALSE(fresh.todaysHighGust());
   record_ = outdoorReadings(-20, 50, 3, 990);
-  extremes_.check_data(record_, at(1, 0), false, store_);
-  EXPECT_EQ(extremes_.high(Quantity::Temperature), -20);
-  EXPECT_EQ(extremes_.low(Quantity::Temperature), -20);
-  EXPECT_EQ(extremes_.low(Quantity::Pressure), 990);
-  EXPECT_EQ(extremes_.todaysHighGust(), 3.0);
+  fresh.check_data(record_, at(1, 0), false, damaged);
+  EXPECT_EQ(fresh.high(Quantity::Temperature), -20);
+  EXPECT_EQ(fresh.low(Quantity::Temperature), -20);
+  EXPECT_EQ(fresh.low(Quantity::Pressure), 990);
+  EXPECT_EQ(fresh.todaysHighGust(), 3.0);
 }
 
 TEST_F(DailyExtremesTest, MonthlyTemperatureRecordIsUpdatedWhenBeaten) {
   store_.WriteString("Record monthly high temp", "jul", "30");
   store_.WriteString("Record monthly high temp", "jul year", "2019");
   reading(28, 14, 0);
-  EXPECT_EQ(store_.ReadString("Record monthly high temp", "jul"), "30");
-  EXPECT_EQ(store_.ReadString("Record monthly high temp", "jul year"), "2019");
-  EXPECT_EQ(store_.ReadString("Record monthly low temp", "jul"), "28");  // no low record yet
-
+  // No low record yet: the first reading is one.
+  expectStored(store_, {{"Record monthly high temp", "jul", "30"}, {"Record monthly high temp", "jul year", "2019"},
+                        {"Record monthly low temp", "jul", "28"}});
   reading(31.5, 15, 0);
-  EXPECT_EQ(store_.ReadString("Record monthly high temp", "jul"), "31.5");
-  EXPECT_EQ(store_.ReadString("Record monthly high temp", "jul year"), "2024");
-  EXPECT_EQ(store_.ReadString("Record monthly high temp", "jul day"), "3");
+  expectStored(store_, {{"Record monthly high temp", "jul", "31.5"}, {"Record monthly high temp", "jul year", "2024"},
+                        {"Record monthly high temp", "jul day", "3"}});
   EXPECT_EQ(store_.ReadString("Record monthly high temp", "aug", "<none>"), "<none>");
 }
 

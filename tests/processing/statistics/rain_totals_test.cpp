@@ -2,14 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include "support/expect_stored.h"
 #include "support/memory_settings_store.h"
 #include "support/settings_test_folder.h"
 
 namespace nimbrel {
 namespace {
 
-using testsupport::MemorySettingsStore;
-using testsupport::SettingsTestFolder;
+using testsupport::expectStored;
 
 class RainTotalsTest : public ::testing::Test {
  protected:
@@ -23,51 +23,46 @@ class RainTotalsTest : public ::testing::Test {
     EXPECT_NEAR(record_.monthlyrain, month, 1e-9);
     EXPECT_NEAR(record_.yearlyrain, year, 1e-9);
   }
+  void rateAt(double rate, int hour, int minute, bool usaTimes = false) {
+    record_.rainrate = rate;
+    rain_.updateRainRate(record_, LocalTime{.hour = hour, .minute = minute}, usaTimes, store_);
+  }
 
-  SettingsTestFolder folder_;
+  testsupport::SettingsTestFolder folder_;
   RainTotals rain_{folder_.log()};
   LiveRecord record_;
-  MemorySettingsStore store_;
+  testsupport::MemorySettingsStore store_;
 };
 
-TEST_F(RainTotalsTest, FirstCounterReadingOnlySetsTheBaseline) {
-  EXPECT_EQ(rain_.addCounterReading(512.4, record_), 0);
+TEST_F(RainTotalsTest, CounterRisesAddUpWhileADropIsAResetAndAJumpIsRefused) {
+  EXPECT_EQ(rain_.addCounterReading(512.4, record_), 0);  // the first reading only sets the baseline
   EXPECT_EQ(rain_.counterBaseline(), 512.4);
   expectTotals(1, 10, 100);
   EXPECT_NEAR(rain_.addCounterReading(512.6, record_), 0.2, 1e-9);
   rain_.addCounterReading(513.6, record_);
   expectTotals(2.2, 11.2, 101.2);
-}
 
-TEST_F(RainTotalsTest, CounterDropIsAResetOfTheStationCounter) {
-  rain_.addCounterReading(512.4, record_);
-  EXPECT_EQ(rain_.addCounterReading(0.2, record_), 0);
-  expectTotals(1, 10, 100);
-  rain_.addCounterReading(0.6, record_);
-  expectTotals(1.4, 10.4, 100.4);
-}
+  EXPECT_EQ(rain_.addCounterReading(1, record_), 0);  // the station reset its counter
+  expectTotals(2.2, 11.2, 101.2);
+  rain_.addCounterReading(1.5, record_);
+  expectTotals(2.7, 11.7, 101.7);
 
-TEST_F(RainTotalsTest, JumpOfTheSpikeLimitIsRefusedAndLogged) {
-  rain_.addCounterReading(10, record_);
-  EXPECT_EQ(rain_.addCounterReading(60, record_), 0);  // exactly the default limit of 50 mm
-  expectTotals(1, 10, 100);
+  EXPECT_EQ(rain_.addCounterReading(51.5, record_), 0);  // exactly the default limit of 50 mm
+  expectTotals(2.7, 11.7, 101.7);
   EXPECT_NE(folder_.logText().find("rain counter jump refused: 50.0 mm"), std::string::npos);
-  EXPECT_EQ(rain_.addCounterReading(61, record_), 1);  // counted from the new level
-  EXPECT_EQ(rain_.addCounterReading(66, record_, 5), 0);
-  EXPECT_NEAR(rain_.addCounterReading(70.9, record_, 5), 4.9, 1e-9);
+  EXPECT_EQ(rain_.addCounterReading(52.5, record_), 1);  // counted from the new level
+  EXPECT_EQ(rain_.addCounterReading(57.5, record_, 5), 0);
+  EXPECT_NEAR(rain_.addCounterReading(62.4, record_, 5), 4.9, 1e-9);
 }
 
 TEST_F(RainTotalsTest, TotalsAndBaselineSurviveARestart) {
   rain_.addCounterReading(200, record_);
   rain_.addCounterReading(202.5, record_);
-  record_.rainrate = 0.4;
-  rain_.updateRainRate(record_, LocalTime{.hour = 16, .minute = 20}, false, store_);
+  rateAt(0.4, 16, 20);
   rain_.save(record_, store_);
-  EXPECT_EQ(store_.ReadString("new rain storage", "dailyrain new"), "3.5");
-  EXPECT_EQ(store_.ReadString("new rain storage", "monthlyrain new"), "12.5");
-  EXPECT_EQ(store_.ReadString("new rain storage", "yearlyrain new"), "102.5");
-  EXPECT_EQ(store_.ReadString("new rain storage", "rain counter baseline"), "202.5");
-  EXPECT_EQ(store_.ReadString("Last max rain rate", "value"), "0.4");
+  expectStored(store_, {{"new rain storage", "dailyrain new", "3.5"}, {"new rain storage", "monthlyrain new", "12.5"},
+                        {"new rain storage", "yearlyrain new", "102.5"},
+                        {"new rain storage", "rain counter baseline", "202.5"}, {"Last max rain rate", "value", "0.4"}});
 
   LiveRecord restartedRecord;
   RainTotals restarted(folder_.log());
@@ -91,26 +86,21 @@ TEST_F(RainTotalsTest, UnreadableStoredValuesLeaveTheTotalsAndNoBaseline) {
 }
 
 TEST_F(RainTotalsTest, HighestRainRateMovesOnlyWhenBeaten) {
-  record_.rainrate = 0.3;
-  rain_.updateRainRate(record_, LocalTime{.hour = 6, .minute = 0}, true, store_);
-  record_.rainrate = 0.3;
-  rain_.updateRainRate(record_, LocalTime{.hour = 7, .minute = 0}, true, store_);
+  rateAt(0.3, 6, 0, true);
+  rateAt(0.3, 7, 0, true);
   EXPECT_EQ(store_.ReadString("Extreme conditions times", "Max rainrate"), "6:00 am");
-  record_.rainrate = 0.1;
-  rain_.updateRainRate(record_, LocalTime{.hour = 8, .minute = 0}, true, store_);
+  rateAt(0.1, 8, 0, true);
   EXPECT_EQ(rain_.maxRainRate(), 0.3);
   EXPECT_EQ(rain_.maxRainRateTime(), "6:00 am");
 }
 
 TEST_F(RainTotalsTest, ResetsZeroTheirTotalAndSaveAtOnce) {
-  record_.rainrate = 0.5;
-  rain_.updateRainRate(record_, LocalTime{.hour = 6}, false, store_);
+  rateAt(0.5, 6, 0);
   rain_.resetDay(record_, store_);
   expectTotals(0, 10, 100);
   EXPECT_EQ(rain_.maxRainRate(), 0);
-  EXPECT_EQ(store_.ReadString("new rain storage", "dailyrain new"), "0");
-  EXPECT_EQ(store_.ReadString("Last max rain rate", "value"), "0");
-  EXPECT_EQ(store_.ReadString("Extreme conditions times", "Max rainrate"), "");
+  expectStored(store_, {{"new rain storage", "dailyrain new", "0"}, {"Last max rain rate", "value", "0"},
+                        {"Extreme conditions times", "Max rainrate", ""}});
   rain_.resetMonth(record_, store_);
   expectTotals(0, 0, 100);
   EXPECT_EQ(store_.ReadString("new rain storage", "monthlyrain new"), "0");

@@ -35,7 +35,7 @@ class StatisticsTest : public ::testing::Test {
   StationStatistics statistics;
 };
 
-TEST_F(StatisticsTest, TheConsolesGustBeforeTheFirstReadingTouchesNothing) {
+TEST_F(StatisticsTest, BeforeTheFirstReadingTheConsolesGustTouchesNothingAndAfterItAWildReadingIsRefused) {
   statistics.raiseHighGust(25, now);
   EXPECT_EQ(settings.ReadString("Daily low temperature", "number2"), "");
   EXPECT_EQ(statistics.todaysHighGust(), 0);
@@ -43,10 +43,6 @@ TEST_F(StatisticsTest, TheConsolesGustBeforeTheFirstReadingTouchesNothing) {
   statistics.raiseHighGust(25, now);
   EXPECT_EQ(statistics.todaysHighGust(), 25);
   EXPECT_EQ(settings.ReadString("Daily low temperature", "number2"), "12.5");
-}
-
-TEST_F(StatisticsTest, AWildReadingAfterTheFirstKeepsThePreviousValue) {
-  reading(12.5, 60, 5, 100);
   reading(75, 60, 5, 100);  // above "max temp"
   EXPECT_EQ(record.outtemp, 12.5);
   EXPECT_EQ(settings.ReadString("Daily high temperature", "number2"), "12.5");

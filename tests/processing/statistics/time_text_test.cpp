@@ -5,27 +5,20 @@
 namespace nimbrel {
 namespace {
 
-LocalTime at(int hour, int minute) {
-  LocalTime t;
-  t.hour = hour;
-  t.minute = minute;
-  return t;
-}
-
-TEST(TimeTextTest, TwentyFourHourClockPadsBothFields) {
-  EXPECT_EQ(timeconvert(at(7, 5), false), "07:05");
-  EXPECT_EQ(timeconvert(at(0, 0), false), "00:00");
-  EXPECT_EQ(timeconvert(at(23, 59), false), "23:59");
-}
-
-TEST(TimeTextTest, UsaClockHasNoLeadingZeroAndNamesMidnightAndNoon) {
-  EXPECT_EQ(timeconvert(at(7, 5), true), "7:05 am");
-  EXPECT_EQ(timeconvert(at(0, 0), true), "12:00 am");
-  EXPECT_EQ(timeconvert(at(0, 59), true), "12:59 am");
-  EXPECT_EQ(timeconvert(at(12, 0), true), "12:00 pm");
-  EXPECT_EQ(timeconvert(at(12, 30), true), "12:30 pm");
-  EXPECT_EQ(timeconvert(at(13, 0), true), "1:00 pm");
-  EXPECT_EQ(timeconvert(at(23, 59), true), "11:59 pm");
+// The 24-hour clock pads both fields; the USA clock has no leading zero and
+// names midnight and noon as 12 am and 12 pm.
+TEST(TimeTextTest, BothClocksAroundMidnightAndNoon) {
+  struct Row {
+    int hour, minute;
+    const char *metric, *usa;
+  };
+  for (const Row& row : {Row{7, 5, "07:05", "7:05 am"}, {0, 0, "00:00", "12:00 am"}, {0, 59, "00:59", "12:59 am"},
+                         {12, 0, "12:00", "12:00 pm"}, {12, 30, "12:30", "12:30 pm"}, {13, 0, "13:00", "1:00 pm"},
+                         {23, 59, "23:59", "11:59 pm"}}) {
+    const LocalTime t{.hour = row.hour, .minute = row.minute};
+    EXPECT_EQ(timeconvert(t, false), row.metric);
+    EXPECT_EQ(timeconvert(t, true), row.usa);
+  }
 }
 
 }  // namespace

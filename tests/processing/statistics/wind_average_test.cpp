@@ -5,30 +5,27 @@
 namespace nimbrel {
 namespace {
 
-MinuteWindSeries minutesOf(double knots, int count) {
-  MinuteWindSeries series;
+MinuteWindSeries minutesOf(double knots, int count, MinuteWindSeries series = {}) {
   for (int i = 0; i < count; ++i) series.push(knots);
   return series;
 }
 
-TEST(WindAverageTest, MainFormAddsElevenMinutesOverTen) {
-  const MinuteWindSeries series = minutesOf(10, 11);
-  EXPECT_DOUBLE_EQ(mainform::avgwind10min(series), 11.0);
-  EXPECT_DOUBLE_EQ(formunits::avgwind10min(series), 10.0);
-}
-
-TEST(WindAverageTest, OnlyTheNewestMinutesCount) {
-  MinuteWindSeries series = minutesOf(40, 30);
-  for (int i = 0; i < 10; ++i) series.push(5);
-  // The eleventh newest minute still holds 40 knots; the main form's average sees it.
-  EXPECT_DOUBLE_EQ(formunits::avgwind10min(series), 5.0);
-  EXPECT_DOUBLE_EQ(mainform::avgwind10min(series), 9.0);
-}
-
-TEST(WindAverageTest, MissingMinutesAfterStartCountAsCalm) {
-  const MinuteWindSeries series = minutesOf(10, 5);
-  EXPECT_DOUBLE_EQ(mainform::avgwind10min(series), 5.0);
-  EXPECT_DOUBLE_EQ(formunits::avgwind10min(series), 5.0);
+// The main form's average adds eleven minutes and divides by ten; minutes
+// missing after the start count as calm.
+TEST(WindAverageTest, OnlyTheNewestMinutesCountAndTheMainFormAddsEleven) {
+  struct Row {
+    const char* minutes;
+    MinuteWindSeries series;
+    double mainForm, unitsForm;
+  };
+  // Thirty minutes of 40 knots and then ten of 5: the eleventh newest minute
+  // still holds 40 knots, which only the main form's average sees.
+  for (const auto& [minutes, series, mainForm, unitsForm] :
+       {Row{"11 x 10", minutesOf(10, 11), 11.0, 10.0}, {"5 x 10", minutesOf(10, 5), 5.0, 5.0},
+        {"30 x 40, 10 x 5", minutesOf(5, 10, minutesOf(40, 30)), 9.0, 5.0}}) {
+    EXPECT_DOUBLE_EQ(mainform::avgwind10min(series), mainForm) << minutes;
+    EXPECT_DOUBLE_EQ(formunits::avgwind10min(series), unitsForm) << minutes;
+  }
 }
 
 TEST(WindAverageTest, MinuteValuesAreWholeKnotsWithinAByte) {

@@ -8,8 +8,6 @@
 namespace nimbrel {
 namespace {
 
-using testsupport::MemorySettingsStore;
-
 class LastHourWindTest : public ::testing::Test {
  protected:
   LastHourWindTest() { inputs_.now = LocalTime{.year = 2024, .month = 7, .day = 3, .hour = 14}; }
@@ -26,10 +24,11 @@ class LastHourWindTest : public ::testing::Test {
     for (int i = 0; i < count; ++i) last = minute(0, 0, 0);
     return last;
   }
+  std::string storedTime() const { return store_.ReadString("Extreme conditions times", "Max speed last hour"); }
 
   LastHourWind wind_;
   MinuteWindInputs inputs_;
-  MemorySettingsStore store_;
+  testsupport::MemorySettingsStore store_;
 };
 
 TEST_F(LastHourWindTest, MinuteKeepsItsHighestReadingsAndStartsAgainAtZero) {
@@ -45,49 +44,43 @@ TEST_F(LastHourWindTest, MinuteKeepsItsHighestReadingsAndStartsAgainAtZero) {
   EXPECT_EQ(wind_.gust(kNewestMinute - 1), 12);
 }
 
-TEST_F(LastHourWindTest, EqualMaximaGoToTheLaterMinute) {
+TEST_F(LastHourWindTest, EqualMaximaGoToTheLaterMinuteButAGustEqualToTheTopAverageWinsEvenWhenEarlier) {
   minute(20, 0, 90);
-  const LastHourMaximum top = minute(20, 0, 180);
-  EXPECT_EQ(top.sector, 8);
-  EXPECT_EQ(top.compass, "  S");
-  EXPECT_EQ(top.minute, kNewestMinute);
-}
+  const LastHourMaximum laterAverage = minute(20, 0, 180);
+  EXPECT_EQ(laterAverage.sector, 8);
+  EXPECT_EQ(laterAverage.compass, "  S");
+  EXPECT_EQ(laterAverage.minute, kNewestMinute);
 
-TEST_F(LastHourWindTest, GustEqualToTheTopAverageWinsEvenWhenEarlier) {
+  wind_ = LastHourWind{};  // a fresh hour
   minute(5, 20, 90);
-  const LastHourMaximum top = minute(20, 0, 180);
-  EXPECT_EQ(top.compass, "  E");
-  EXPECT_EQ(top.minute, kNewestMinute - 1);
-  EXPECT_FALSE(top.newHigh);
+  const LastHourMaximum earlierGust = minute(20, 0, 180);
+  EXPECT_EQ(earlierGust.compass, "  E");
+  EXPECT_EQ(earlierGust.minute, kNewestMinute - 1);
+  EXPECT_FALSE(earlierGust.newHigh);
 }
 
-TEST_F(LastHourWindTest, MaximumAndItsTimeAndDirectionAreWritten) {
-  const LastHourMaximum top = minute(10, 25.6, 247);
-  EXPECT_TRUE(top.found);
-  EXPECT_TRUE(top.newHigh);
-  EXPECT_EQ(top.roundedKnots, 26);
-  EXPECT_EQ(top.compass, "WSW");
-  EXPECT_EQ(top.time, "14:01");
-  calmMinutes(5);
-  EXPECT_EQ(store_.ReadString("Extreme conditions times", "Max speed last hour"), "14:01");
-  EXPECT_EQ(store_.ReadString("Max gust last hour dir", "dir"), "247");
-}
-
-TEST_F(LastHourWindTest, MinuteOlderThanAnHourLeavesTheScan) {
-  minute(0, 30, 90);
-  EXPECT_TRUE(calmMinutes(59).found);  // now in slot 1, the oldest scanned
-  const LastHourMaximum top = calmMinutes(1);
-  EXPECT_FALSE(top.found);
-  EXPECT_EQ(top.compass, "---");
-  EXPECT_EQ(store_.ReadString("Extreme conditions times", "Max speed last hour"), "14:01");
-}
-
-TEST_F(LastHourWindTest, CalmHourHasNoMaximumAndWritesNothing) {
-  const LastHourMaximum top = calmMinutes(3);
+TEST_F(LastHourWindTest, ACalmHourWritesNothingAndTheMaximumIsWrittenUntilItLeavesTheHour) {
+  LastHourMaximum top = calmMinutes(3);
   EXPECT_FALSE(top.found);
   EXPECT_FALSE(top.newHigh);
   EXPECT_EQ(top.compass, "---");
   EXPECT_EQ(store_.size(), 0u);
+
+  top = minute(10, 25.6, 247);
+  EXPECT_TRUE(top.found);
+  EXPECT_TRUE(top.newHigh);
+  EXPECT_EQ(top.roundedKnots, 26);
+  EXPECT_EQ(top.compass, "WSW");
+  EXPECT_EQ(top.time, "14:04");
+  calmMinutes(5);
+  EXPECT_EQ(storedTime(), "14:04");
+  EXPECT_EQ(store_.ReadString("Max gust last hour dir", "dir"), "247");
+
+  EXPECT_TRUE(calmMinutes(54).found);  // now in slot 1, the oldest scanned
+  top = calmMinutes(1);
+  EXPECT_FALSE(top.found);
+  EXPECT_EQ(top.compass, "---");
+  EXPECT_EQ(storedTime(), "14:04");
 }
 
 TEST_F(LastHourWindTest, CappedAtTodaysGustOutsideTheResetHourOnly) {
@@ -100,26 +93,22 @@ TEST_F(LastHourWindTest, CappedAtTodaysGustOutsideTheResetHourOnly) {
   EXPECT_DOUBLE_EQ(minute(0, 0, 0).knots, 15);
   inputs_.now.hour = 0;
   EXPECT_DOUBLE_EQ(minute(0, 0, 0).knots, 22);
-}
 
-TEST_F(LastHourWindTest, BelowTodaysGustIsNotCapped) {
-  inputs_.todaysHighGust = 30;
-  EXPECT_DOUBLE_EQ(minute(0, 22, 0).knots, 22);
+  inputs_.now.hour = 14;
+  inputs_.todaysHighGust = 30;  // below today's gust: not capped
+  EXPECT_DOUBLE_EQ(minute(0, 0, 0).knots, 22);
   inputs_.todaysHighGust.reset();  // no gust yet today: nothing to cap at
   EXPECT_DOUBLE_EQ(minute(0, 0, 0).knots, 22);
 }
 
 TEST(CompassWordsTest, SectorsAndWords) {
-  EXPECT_EQ(compassWord(compassSector(0), false), " N ");
-  EXPECT_EQ(compassWord(compassSector(11), false), " N ");
-  EXPECT_EQ(compassWord(compassSector(12), false), "NNE");
-  EXPECT_EQ(compassWord(compassSector(270), false), " W");
+  for (const auto& [degrees, word] : {std::pair{0, " N "}, {11, " N "}, {12, "NNE"}, {270, " W"}})
+    EXPECT_EQ(compassWord(compassSector(degrees), false), word) << degrees;
+  for (const auto& [degrees, word] : {std::pair{90, " O"}, {135, " SO"}, {112, "OSO"}})
+    EXPECT_EQ(compassWord(compassSector(degrees), true), word) << degrees;
   EXPECT_EQ(compassSector(355), 16);
   EXPECT_EQ(compassWord(16, false), "  N");
   EXPECT_EQ(compassWord(16, true), "  N");
-  EXPECT_EQ(compassWord(compassSector(90), true), " O");
-  EXPECT_EQ(compassWord(compassSector(135), true), " SO");
-  EXPECT_EQ(compassWord(compassSector(112), true), "OSO");
   EXPECT_EQ(compassWord(-1, false), "---");
   EXPECT_EQ(compassWord(17, false), "---");
 }
