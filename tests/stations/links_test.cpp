@@ -24,7 +24,7 @@ using asio::ip::tcp;
 constexpr auto kQuickRetry = 20ms;
 
 // Runs the io_context until `done` holds or the time limit passes; never hangs.
-bool runUntil(asio::io_context& io, const std::function<bool()>& done, std::chrono::milliseconds limit = 3s) {
+bool runUntil(asio::io_context& io, const std::function<bool()>& done, std::chrono::milliseconds limit = 20s) {
   const auto deadline = std::chrono::steady_clock::now() + limit;
   while (!done()) {
     if (std::chrono::steady_clock::now() >= deadline) return false;

