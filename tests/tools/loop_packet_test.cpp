@@ -16,15 +16,15 @@ namespace nimbrel::sim {
 namespace {
 
 // A distinct value in every field the program reads, so that a field written
-// at the wrong offset shows.
+// at the wrong offset shows; the values are worked out by hand below.
 ConsoleReading everyFieldSet() {
-  return {.barometerTrend = -60, .barometer = 30012, .insideTemperature = 712, .insideHumidity = 41,
-          .outsideTemperature = 655, .windSpeed = 17, .windDirection = 271,
-          .extraTemperatures = {150, 151, 152, 153, 154, 155, 156}, .soilTemperatures = {160, 161, 162, 163},
-          .outsideHumidity = 77, .extraHumidities = {81, 82, 83, 84, 85, 86, 87}, .rainRate = 0x0203,
-          .uvIndex = 45, .solarRadiation = 812, .stormRain = 0x0304, .stormStart = CalendarDate{2099, 12, 31},
-          .yearRain = 0x0607, .dayEt = 0x0708, .soilMoistures = {21, 22, 23, 24}, .leafWetnesses = {1, 2, 3, 4},
-          .transmitterBatteryStatus = 0x02, .consoleBattery = 802, .forecastIcons = kIconRain | kIconCloud,
+  return {.barometerTrend = -60, .barometer = 29921, .insideTemperature = 725, .insideHumidity = 45,
+          .outsideTemperature = 500, .windSpeed = 23, .windDirection = 271,
+          .extraTemperatures = {158, 151, 152, 153, 154, 155, 122}, .soilTemperatures = {131, 161, 162, 140},
+          .outsideHumidity = 81, .extraHumidities = {60, 82, 83, 84, 85, 86, 87}, .rainRate = 50, .uvIndex = 65,
+          .solarRadiation = 812, .stormRain = 150, .stormStart = CalendarDate{2099, 12, 31}, .yearRain = 1234,
+          .dayEt = 120, .soilMoistures = {21, 22, 23, 24}, .leafWetnesses = {1, 2, 3, 4},
+          .transmitterBatteryStatus = 0x02, .consoleBattery = 0x0100, .forecastIcons = kIconRain | kIconCloud,
           .forecastRule = 123};
 }
 
@@ -37,40 +37,38 @@ std::optional<LiveRecord> decoded(const LoopPacket& packet, bool revb, LiveRecor
   return record;
 }
 
-double celsius(double tenthsF) { return (tenthsF / 10.0 - 32) / 1.8; }
-
 TEST(LoopPacketRoundTrip, EveryFieldComesBackWithEitherHeader) {
   for (const bool revb : {false, true}) {
     SCOPED_TRACE(revb ? "revb" : "LOOP");
     const auto r = decoded(encodeLoopPacket(everyFieldSet(), revb), revb);
     ASSERT_TRUE(r);
     EXPECT_EQ(r->barotrend, revb ? -60 : 0);
-    EXPECT_NEAR(r->barometer, 30012 * 0.033864, 1e-9);
-    EXPECT_NEAR(r->intemp, celsius(712), 1e-9);
-    EXPECT_EQ(r->inhum, 41);
-    EXPECT_NEAR(r->outtemp, celsius(655), 1e-9);
-    EXPECT_NEAR(r->windspeed, 17 / 1.15, 1e-9);
+    EXPECT_NEAR(r->barometer, 1013.25, 0.01);  // 29.921 inHg
+    EXPECT_NEAR(r->intemp, 22.5, 1e-9);        // 72.5 F
+    EXPECT_EQ(r->inhum, 45);
+    EXPECT_NEAR(r->outtemp, 10.0, 1e-9);    // 50.0 F
+    EXPECT_NEAR(r->windspeed, 20.0, 1e-9);  // 23 mph
     EXPECT_EQ(r->winddir, 271);
-    EXPECT_NEAR(r->extratemp[1], celsius(600), 1e-9);
-    EXPECT_NEAR(r->extratemp[7], celsius(660), 1e-9);
-    EXPECT_NEAR(r->soiltemp, 38 / 1.8, 1e-9);
-    EXPECT_NEAR(r->soiltemps[4], 41 / 1.8, 1e-9);
-    EXPECT_EQ(r->outhum, 77);
-    EXPECT_EQ(r->extrahum[1], 81);
+    EXPECT_NEAR(r->extratemp[1], 20.0, 1e-9);  // 68 F
+    EXPECT_NEAR(r->extratemp[7], 0.0, 1e-9);
+    EXPECT_NEAR(r->soiltemp, 5.0, 1e-9);  // 41 F
+    EXPECT_NEAR(r->soiltemps[4], 10.0, 1e-9);
+    EXPECT_EQ(r->outhum, 81);
+    EXPECT_EQ(r->extrahum[1], 60);
     EXPECT_EQ(r->extrahum[7], 87);
-    EXPECT_NEAR(r->rainrate, 5.15 / 0.03937, 1e-9);
-    EXPECT_DOUBLE_EQ(r->uv, 4.5);
+    EXPECT_NEAR(r->rainrate, 12.7, 1e-3);  // 0.50 in/h
+    EXPECT_DOUBLE_EQ(r->uv, 6.5);
     EXPECT_DOUBLE_EQ(r->solar, 812);
-    EXPECT_NEAR(r->stormrain, 0x0304 * 0.254, 1e-9);
+    EXPECT_NEAR(r->stormrain, 38.1, 1e-9);  // 150 clicks of 0.01 in
     EXPECT_EQ(r->stormstartyear, 2099);
-    EXPECT_NEAR(r->raincounter, 0x0607 * 0.254, 1e-9);
-    EXPECT_NEAR(r->dailyet, 0x0708 * 0.0254, 1e-9);
+    EXPECT_NEAR(r->raincounter, 313.436, 1e-9);
+    EXPECT_NEAR(r->dailyet, 3.048, 1e-9);  // 0.120 in
     EXPECT_EQ(r->soilmoisture[1], 21);
     EXPECT_EQ(r->soilmoisture[4], 24);
     EXPECT_EQ(r->leafwetness[1], 1);
     EXPECT_EQ(r->leafwetness[4], 4);
     EXPECT_EQ(r->transmitterbattery, 2);
-    EXPECT_NEAR(r->consolebattery, (3 * 255 + 0x22) * 300.0 / 512 / 100, 1e-12);
+    EXPECT_NEAR(r->consolebattery, 255 * 300.0 / 512 / 100, 1e-12);  // the high byte weighs 255
     EXPECT_EQ(r->forecasticon, 4);
     EXPECT_EQ(r->forecastrule, 123);
   }
@@ -100,7 +98,7 @@ TEST(LoopPacketRoundTrip, NegativeTemperaturesMissingSensorsAndASpoiltByte) {
   ASSERT_TRUE(r);
   EXPECT_EQ(std::tuple(r->uv, r->solar, r->extratemp[3], r->soilmoisture[4], r->stormstartyear),
             std::tuple(3.0, 400.0, 5.0, 9, 2025));
-  EXPECT_NEAR(r->extratemp[2], celsius(610), 1e-9);  // the neighbours keep their values
+  EXPECT_NEAR(r->extratemp[2], (151 - 122) / 1.8, 1e-9);  // the neighbours keep their values
   EXPECT_EQ(r->leafwetness[1], 1);
 
   LoopPacket spoilt = encodeLoopPacket(reading, false);

@@ -89,19 +89,6 @@ TEST_F(DailyExtremesTest, MatchesTheExtremesOfADayFoundTheSlowWay) {
   EXPECT_EQ(store_.ReadString("Extreme conditions times", "Min temp"), extremes_.lowTime(Quantity::Temperature));
 }
 
-TEST_F(DailyExtremesTest, ChangesAreWrittenAtOnceAndEqualValuesKeepTheTime) {
-  reading(10, 7, 5);
-  expectStored(store_, {{"Daily high temperature", "number2", "10"}, {"Daily high temperature", "number2time", "07:05"},
-                        {"Extreme conditions times", "Max temp", "07:05"}, {"Daily low temperature", "number2time", "07:05"}});
-  reading(10, 8, 0);
-  EXPECT_EQ(extremes_.highTime(Quantity::Temperature), "07:05");
-  expectStored(store_, {{"Extreme conditions times", "Max temp", "07:05"}});
-  reading(10.5, 9, 15);
-  reading(9.5, 10, 0);
-  expectStored(store_, {{"Daily high temperature", "number2", "10.5"}, {"Extreme conditions times", "Max temp", "09:15"},
-                        {"Daily low temperature", "number2", "9.5"}, {"Extreme conditions times", "Min temp", "10:00"}});
-}
-
 TEST_F(DailyExtremesTest, IndoorHumidityKeepsOnlyItsTimes) {
   record_.inhum = 45;
   extremes_.check_data(record_, at(13, 30), true, store_);
