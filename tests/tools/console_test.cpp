@@ -32,7 +32,6 @@ class ConsoleTest : public ::testing::Test {
  protected:
   ConsoleTest() : clock_(fromLocalTime(2026, 7, 4, 12, 0, 0)), console_(clock_) {}
 
-  void send(std::string_view text) { console_.receive(bytesOf(text)); }
   // Everything due by now, joined.
   Bytes collect() {
     Bytes all;
@@ -40,7 +39,7 @@ class ConsoleTest : public ::testing::Test {
     return all;
   }
   Bytes sendAndCollect(std::string_view text) {
-    send(text);
+    console_.receive(bytesOf(text));
     return collect();
   }
   void wake() { ASSERT_EQ(sendAndCollect("\n"), bytesOf("\n\r")); }
@@ -57,20 +56,15 @@ bool isGoodLoopPacket(const Bytes& b) {
   return b.size() == kLoopPacketSize && b[0] == 'L' && b[1] == 'O' && b[2] == 'O' && crcCcitt(b) == 0;
 }
 
-TEST_F(ConsoleTest, AnAsleepConsoleDropsACommandUntilItIsWoken) {
+TEST_F(ConsoleTest, AnAsleepConsoleDropsEverythingUpToTheWakingLineFeedEvenAcrossReceives) {
   EXPECT_TRUE(console_.asleep());
-  EXPECT_EQ(sendAndCollect("LOOP 5\n"), bytesOf("\n\r"));  // the LF woke it; the command is lost
+  EXPECT_TRUE(sendAndCollect("LOO").empty());
+  // The LF wakes it and the command is lost; what follows the LF counts.
+  EXPECT_EQ(sendAndCollect("P 5\nTEST\n"), bytesOf("\n\r\n\rTEST\n\r"));
   EXPECT_TRUE(runFor(10s).empty());
-  wake();
   const Bytes answer = sendAndCollect("LOOP 5\n");
   ASSERT_EQ(answer.size(), 1 + kLoopPacketSize);
   EXPECT_EQ(answer[0], kAck);
-}
-
-TEST_F(ConsoleTest, DropsEverythingBeforeTheWakingLineFeedEvenAcrossReceives) {
-  EXPECT_TRUE(sendAndCollect("LOO").empty());
-  EXPECT_TRUE(sendAndCollect("P 2").empty());
-  EXPECT_EQ(sendAndCollect("\nTEST\n"), bytesOf("\n\r\n\rTEST\n\r"));  // bytes after the LF count
 }
 
 TEST_F(ConsoleTest, FallsAsleepTwoMinutesAfterTheLastReceivedCharacter) {

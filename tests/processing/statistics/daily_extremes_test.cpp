@@ -113,19 +113,7 @@ TEST_F(DailyExtremesTest, FirstReadingAfterResetIsBothHighAndLow) {
   EXPECT_EQ(extremes_.todaysHighGust(), 0.0);
 }
 
-TEST_F(DailyExtremesTest, RestartContinuesTheDayAndUnreadableStoredValuesStartAfresh) {
-  reading(10, 6, 0);
-  reading(18, 14, 0);
-  DailyExtremes restarted;
-  restarted.load(store_);
-  EXPECT_EQ(restarted.high(Quantity::Temperature), 18);
-  EXPECT_EQ(restarted.lowTime(Quantity::Temperature), "06:00");
-  record_.outtemp = 15;
-  restarted.check_data(record_, at(15, 0), false, store_);
-  EXPECT_EQ(restarted.high(Quantity::Temperature), 18);
-  EXPECT_EQ(restarted.low(Quantity::Temperature), 10);
-  EXPECT_EQ(store_.ReadString("Daily high temperature", "number2time"), "14:00");
-
+TEST_F(DailyExtremesTest, UnreadableStoredValuesStartAfresh) {
   testsupport::MemorySettingsStore damaged;
   for (const auto& [section, key, value] : {testsupport::StoredEntry{"Daily high temperature", "number2", "warm"},
                                             {"Daily high temperature", "number2time", "12:00"},
