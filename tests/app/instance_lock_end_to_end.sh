@@ -2,7 +2,8 @@
 # Two programs on one folder: while the first runs, a second start on the same
 # folder and instance is refused at once, names the first one's process id and
 # writes nothing; after the first is killed with SIGKILL its lock is gone and
-# a new start runs.
+# a new start runs. On a folder whose lock is held, the demo too is refused
+# before it writes its settings.
 set -euo pipefail
 nimbrel=$1
 
@@ -45,6 +46,22 @@ grep -q "is in use by process $first;" "$work/second.out" || fail "the refusal d
 [ "$(wc -l < "$work/second.out")" -eq 1 ] || fail "the refused program said more than one sentence"
 [ "$(grep -c "$unknown_station" "$folder/programerrorlog.txt")" -eq 1 ] ||
   fail "the refused program wrote to the error log"
+
+# A folder whose lock another process holds without having written its process
+# id yet: the run and the demo are both refused and write nothing there, not
+# even their settings.
+held="$work/held"
+mkdir "$held"
+exec 9> "$held/NIMBREL.INI.lock"
+flock -n 9 || fail "the test could not lock $held"
+for command in run demo; do
+  status=0
+  "$nimbrel" "$command" --dir "$held" --run-for 5 > "$work/$command-held.out" 2>&1 9>&- || status=$?
+  [ "$status" -ne 0 ] || fail "$command ran in a folder another process holds"
+  grep -q "is in use by another process;" "$work/$command-held.out" || fail "the $command refusal does not say so"
+  [ "$(ls -A "$held")" = "NIMBREL.INI.lock" ] || fail "the refused $command wrote in the folder: $(ls -A "$held")"
+done
+exec 9>&-
 
 kill -9 "$first"
 wait "$first" 2>/dev/null || true

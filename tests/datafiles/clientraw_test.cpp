@@ -2,10 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <cmath>
 #include <limits>
-#include <thread>
 
 #include "core/file_io.h"
 #include "core/live_record.h"
@@ -235,58 +233,6 @@ TEST_F(ClientrawTest, AFailedWriteKeepsThePreviousFileAndSetsTheStatusWord) {
   EXPECT_EQ(fieldsOf(published())[clientraw::outdoorTemp], "25.0");
   EXPECT_FALSE(status.failing);
   EXPECT_EQ(status.lastResult, 0);
-}
-
-// An uploader that reads the file at any moment gets a whole line, never a
-// part of one. (The temporary file is scratch and may be seen half-written.)
-TEST_F(ClientrawTest, AReaderPollingDuringHundredsOfWritesOnlySeesWholeLines) {
-  ASSERT_TRUE(write());
-  std::atomic<bool> writing = true;
-  std::atomic<int> reads = 0;
-  std::atomic<int> broken = 0;
-  std::thread reader([&] {
-    while (writing) {
-      const auto seen = readClientrawFile(web / "clientraw.txt");
-      if (!seen || !seen->hasTrailer() || seen->fields().size() != clientraw::kFieldCount) ++broken;
-      ++reads;
-    }
-  });
-  for (int i = 0; i < 300; ++i) {
-    record.outtemp = -20 + i * 0.1;
-    record.windspeed = i % 40;
-    now.second = i % 60;
-    write();
-  }
-  writing = false;
-  reader.join();
-  EXPECT_GT(reads, 0);
-  EXPECT_EQ(broken, 0) << "of " << reads << " reads";
-  EXPECT_EQ(status.lastResult, 0);
-}
-
-TEST(ClientrawReader, RefusesATextThatIsNotAClientrawLineAndReadsTimeAndDate) {
-  // A leading blank makes an empty first field.
-  for (const char* notClientraw : {"", "12346 5.0 12.3 ", " 12345 5.0 ", "<html>404</html>"})
-    EXPECT_FALSE(readClientraw(notClientraw)) << notClientraw;
-  const auto shortLine = readClientraw("12345 5.0 12.3 \r\n");
-  ASSERT_TRUE(shortLine);
-  EXPECT_EQ(shortLine->fields(), (Fields{"12345", "5.0", "12.3"}));
-  EXPECT_FALSE(shortLine->hasTrailer());
-  EXPECT_FALSE(shortLine->hourMinute());  // too short to hold the time
-
-  Fields f(40, "0");
-  f[0] = "12345";
-  f[29] = "07";
-  f[30] = "05";
-  f[35] = "3";
-  f[36] = "11";
-  std::string text;
-  for (const auto& field : f) text += field + " ";
-  const auto line = readClientraw(text);
-  ASSERT_TRUE(line);
-  EXPECT_EQ(line->hourMinute(), "07:05");
-  EXPECT_EQ(line->dayMonth(UnitSystem::metric), "3/11");
-  EXPECT_EQ(line->dayMonth(UnitSystem::usa), "11/3");
 }
 
 TEST(ClientrawInterval, DueOnTheFirstTickThenEveryIntervalTicks) {

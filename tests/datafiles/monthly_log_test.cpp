@@ -57,19 +57,6 @@ TEST_F(MonthlyLog, WithTheNineAmDayTheFirstMorningBelongsToThePreviousMonth) {
   EXPECT_TRUE(world.exists("12027lg.txt"));
 }
 
-TEST_F(MonthlyLog, ARainCounterThatDropsOrJumpsLogsNoRainButTheTotalsAsHeld) {
-  world.record.raincounterprev = 250.0;
-  world.record.raincounter = 0.0;  // the station reset its counter
-  write(world.at(2026, 11, 14, 9, 5));
-  world.record.raincounterprev = 0.0;
-  world.record.raincounter = 50.5;  // more than 50 mm in a minute is a glitch
-  world.record.dailyrain = 52.9;
-  write(world.at(2026, 11, 14, 9, 6));
-  EXPECT_EQ(world.logFile("112026lg.txt"),
-            withHeader("lg.txt", "14 11 2026  9  5 05.3  65 -0.8 1013.3 3.1 12.4   7 0.0 2.4 35.6 412.0 05.3\r\n"
-                                 "14 11 2026  9  6 05.3  65 -0.8 1013.3 3.1 12.4   7 0.0 52.9 35.6 412.0 05.3\r\n"));
-}
-
 TEST_F(MonthlyLog, StoresTheComputedHeatIndexInTheRecordEvenWhenTheStationsIsWritten) {
   world.record.outtemp = 30.0;
   world.record.outhum = 70;

@@ -196,25 +196,6 @@ class SerialLinkTest : public LogFixture {
   testsupport::PseudoTerminal terminal_;
 };
 
-TEST_F(SerialLinkTest, BytesFromTheStationArriveOneEventEachAndCommandsGoOut) {
-  SerialLink link(io_, terminal_.slavePath(), SerialLine{19200, Parity::none, 1}, log_, kQuickRetry);
-  link.start(recorder());
-  ASSERT_TRUE(link.isOpen());
-
-  const std::string sent = stationBytes(99);
-  ASSERT_TRUE(terminal_.write(sent));
-  ASSERT_TRUE(runUntil(io_, [&] { return events_.size() >= sent.size(); }));
-  EXPECT_TRUE(allEventsHoldOneByte());
-  EXPECT_EQ(received(), sent);
-
-  link.send(std::string_view("\n"));
-  link.send(std::string_view("LOOP 2\n"));
-  std::string command;
-  ASSERT_TRUE(runUntil(io_, [&] { return (command += terminal_.readAvailable()).size() >= 8; }));
-  EXPECT_EQ(command, "\nLOOP 2\n");
-  EXPECT_EQ(logLines(), std::vector<std::string>{"serial port " + terminal_.slavePath() + " opened"});
-}
-
 TEST_F(SerialLinkTest, SpeedsOutsideTheStandardListAndEvenParityTwoStopBitsOpen) {
   SerialLink vantage(io_, terminal_.slavePath(), SerialLine{14400, Parity::none, 1}, log_, kQuickRetry);
   vantage.start(recorder());

@@ -30,34 +30,6 @@ LiveRecord decoded(const LoopBytes& packet, const VantageOptions& options = {}) 
   return record;
 }
 
-TEST(VantageLoop, ConvertsTheMainReadingsToInternalUnits) {
-  const LiveRecord r = decoded(LoopBytes()
-                                   .word(7, 29921)  // inHg / 1000
-                                   .word(9, 725)    // 72.5 F inside
-                                   .byte(11, 45)    // inside %
-                                   .word(12, 500)   // 50.0 F
-                                   .byte(14, 23)    // mph
-                                   .word(16, 270)   // degrees
-                                   .byte(33, 81)    // outside %
-                                   .word(41, 50)    // 0.50 in/h
-                                   .byte(43, 65)    // UV 6.5
-                                   .word(44, 812)   // W/m2
-                                   .word(54, 1234)  // year rain clicks
-                                   .word(56, 120)); // day ET, 0.120 in
-  EXPECT_NEAR(r.barometer, 1013.25, 0.01);
-  EXPECT_NEAR(r.intemp, 22.5, 1e-9);
-  EXPECT_EQ(r.inhum, 45);
-  EXPECT_NEAR(r.outtemp, 10.0, 1e-9);
-  EXPECT_NEAR(r.windspeed, 20.0, 1e-9);
-  EXPECT_EQ(r.winddir, 270);
-  EXPECT_EQ(r.outhum, 81);
-  EXPECT_NEAR(r.rainrate, 0.5 / 0.03937, 1e-9);
-  EXPECT_DOUBLE_EQ(r.uv, 6.5);
-  EXPECT_DOUBLE_EQ(r.solar, 812);
-  EXPECT_NEAR(r.raincounter, 313.436, 1e-9);
-  EXPECT_NEAR(r.dailyet, 3.048, 1e-9);
-}
-
 TEST(VantageLoop, EdgeValuesOfTheConsoleAndTheForecastIconOnlyFromTheRainBit) {
   LiveRecord r;
   r.forecasticon = 7;

@@ -1,133 +1,120 @@
+// The simulator's encodings, read back by the program's own decoders: what
+// the console sends is what the program must make of it.
+
 #include "tools/vantage_sim/loop_packet.h"
 
 #include <gtest/gtest.h>
 
-#include "stations/crc_ccitt.h"
+#include <algorithm>
+#include <optional>
+#include <tuple>
+
+#include "stations/vantage_loop.h"
+#include "tools/vantage_sim/faults.h"
 
 namespace nimbrel::sim {
 namespace {
 
-std::uint16_t wordAt(const LoopPacket& p, std::size_t offset) {
-  return static_cast<std::uint16_t>(p[offset] | (p[offset + 1] << 8));
-}
-
-// A reading with a distinct value in every field, so that a field written at
-// the wrong offset shows.
+// A distinct value in every field the program reads, so that a field written
+// at the wrong offset shows; the values are worked out by hand below.
 ConsoleReading everyFieldSet() {
-  return {.barometerTrend = -20, .nextArchiveRecord = 0x0102, .barometer = 30012, .insideTemperature = 712,
-          .insideHumidity = 41, .outsideTemperature = 655, .windSpeed = 17, .windAverage10 = 9, .windDirection = 271,
-          .extraTemperatures = {150, 151, 152, 153, 154, 155, 156}, .soilTemperatures = {160, 161, 162, 163},
-          .leafTemperatures = {170, 171, 172, 173}, .outsideHumidity = 77,
-          .extraHumidities = {81, 82, 83, 84, 85, 86, 87}, .rainRate = 0x0203, .uvIndex = 45, .solarRadiation = 812,
-          .stormRain = 0x0304, .stormStart = CalendarDate{2026, 7, 4}, .dayRain = 0x0405, .monthRain = 0x0506,
-          .yearRain = 0x0607, .dayEt = 0x0708, .monthEt = 0x0809, .yearEt = 0x090A, .soilMoistures = {21, 22, 23, 24},
-          .leafWetnesses = {1, 2, 3, 4}, .transmitterBatteryStatus = 0x02, .consoleBattery = 802,
-          .forecastIcons = kIconCloud | kIconPartlyCloudy, .forecastRule = 123, .sunrise = 532, .sunset = 2117};
+  return {.barometerTrend = -60, .barometer = 29921, .insideTemperature = 725, .insideHumidity = 45,
+          .outsideTemperature = 500, .windSpeed = 23, .windDirection = 271,
+          .extraTemperatures = {158, 151, 152, 153, 154, 155, 122}, .soilTemperatures = {131, 161, 162, 140},
+          .outsideHumidity = 81, .extraHumidities = {60, 82, 83, 84, 85, 86, 87}, .rainRate = 50, .uvIndex = 65,
+          .solarRadiation = 812, .stormRain = 150, .stormStart = CalendarDate{2099, 12, 31}, .yearRain = 1234,
+          .dayEt = 120, .soilMoistures = {21, 22, 23, 24}, .leafWetnesses = {1, 2, 3, 4},
+          .transmitterBatteryStatus = 0x02, .consoleBattery = 0x0100, .forecastIcons = kIconRain | kIconCloud,
+          .forecastRule = 123};
 }
 
-TEST(LoopPacketEncoding, PutsEveryFieldAtItsOffset) {
-  const LoopPacket p = encodeLoopPacket(everyFieldSet(), false);
-  EXPECT_EQ(std::string(p.begin(), p.begin() + 4), "LOOP");
-  EXPECT_EQ(p[4], 0);
-  const std::pair<std::size_t, std::uint16_t> words[] = {
-      {5, 0x0102}, {7, 30012},  {9, 712},     {12, 655},    {16, 271},    {41, 0x0203}, {44, 812},
-      {46, 0x0304}, {50, 0x0405}, {52, 0x0506}, {54, 0x0607}, {56, 0x0708}, {58, 0x0809}, {60, 0x090A},
-      {87, 802},   {91, 532},    {93, 2117}};
-  for (const auto& [offset, value] : words) EXPECT_EQ(wordAt(p, offset), value) << "offset " << offset;
-  const std::pair<std::size_t, std::uint8_t> bytes[] = {
-      {11, 41},  {14, 17},  {15, 9},  {18, 150}, {24, 156}, {25, 160}, {28, 163}, {29, 170}, {32, 173},
-      {33, 77},  {34, 81},  {40, 87}, {43, 45},  {62, 21},  {65, 24},  {66, 1},   {69, 4},   {86, 0x02},
-      {89, 0x06}, {90, 123}, {95, '\n'}, {96, '\r'}};
-  for (const auto& [offset, value] : bytes) EXPECT_EQ(p[offset], value) << "offset " << offset;
-  for (std::size_t alarm = 70; alarm <= 85; ++alarm) EXPECT_EQ(p[alarm], 0) << "alarm byte " << alarm;
+// Decodes an encoded packet placed as the framing leaves it: packet byte 3
+// first, or with "use revb" one byte earlier.
+std::optional<LiveRecord> decoded(const LoopPacket& packet, bool revb, LiveRecord record = {}) {
+  ReceiveState state;
+  std::copy(packet.begin() + (revb ? 2 : 3), packet.end(), state.buffer.begin());
+  if (!vantagein(state, record, {.revb = revb, .extraSensors = true})) return std::nullopt;
+  return record;
 }
 
-TEST(LoopPacketEncoding, CrcTakesTheHighByteFirstAndByteThreeIsPOrTheBarometerTrend) {
+TEST(LoopPacketRoundTrip, EveryFieldComesBackWithEitherHeader) {
   for (const bool revb : {false, true}) {
-    const LoopPacket p = encodeLoopPacket(everyFieldSet(), revb);
-    EXPECT_EQ(crcCcitt(p), 0) << "revb " << revb;
-    const std::uint16_t crc = crcCcitt(std::span<const std::uint8_t>(p).first(97));
-    EXPECT_EQ(p[97], crc >> 8);
-    EXPECT_EQ(p[98], crc & 0xFF);
+    SCOPED_TRACE(revb ? "revb" : "LOOP");
+    const auto r = decoded(encodeLoopPacket(everyFieldSet(), revb), revb);
+    ASSERT_TRUE(r);
+    EXPECT_EQ(r->barotrend, revb ? -60 : 0);
+    EXPECT_NEAR(r->barometer, 1013.25, 0.01);  // 29.921 inHg
+    EXPECT_NEAR(r->intemp, 22.5, 1e-9);        // 72.5 F
+    EXPECT_EQ(r->inhum, 45);
+    EXPECT_NEAR(r->outtemp, 10.0, 1e-9);    // 50.0 F
+    EXPECT_NEAR(r->windspeed, 20.0, 1e-9);  // 23 mph
+    EXPECT_EQ(r->winddir, 271);
+    EXPECT_NEAR(r->extratemp[1], 20.0, 1e-9);  // 68 F
+    EXPECT_NEAR(r->extratemp[7], 0.0, 1e-9);
+    EXPECT_NEAR(r->soiltemp, 5.0, 1e-9);  // 41 F
+    EXPECT_NEAR(r->soiltemps[4], 10.0, 1e-9);
+    EXPECT_EQ(r->outhum, 81);
+    EXPECT_EQ(r->extrahum[1], 60);
+    EXPECT_EQ(r->extrahum[7], 87);
+    EXPECT_NEAR(r->rainrate, 12.7, 1e-3);  // 0.50 in/h
+    EXPECT_DOUBLE_EQ(r->uv, 6.5);
+    EXPECT_DOUBLE_EQ(r->solar, 812);
+    EXPECT_NEAR(r->stormrain, 38.1, 1e-9);  // 150 clicks of 0.01 in
+    EXPECT_EQ(r->stormstartyear, 2099);
+    EXPECT_NEAR(r->raincounter, 313.436, 1e-9);
+    EXPECT_NEAR(r->dailyet, 3.048, 1e-9);  // 0.120 in
+    EXPECT_EQ(r->soilmoisture[1], 21);
+    EXPECT_EQ(r->soilmoisture[4], 24);
+    EXPECT_EQ(r->leafwetness[1], 1);
+    EXPECT_EQ(r->leafwetness[4], 4);
+    EXPECT_EQ(r->transmitterbattery, 2);
+    EXPECT_NEAR(r->consolebattery, 255 * 300.0 / 512 / 100, 1e-12);  // the high byte weighs 255
+    EXPECT_EQ(r->forecasticon, 4);
+    EXPECT_EQ(r->forecastrule, 123);
   }
-  ConsoleReading r = everyFieldSet();
-  r.barometerTrend = -60;
-  EXPECT_EQ(encodeLoopPacket(r, false)[3], 'P');
-  EXPECT_EQ(encodeLoopPacket(r, true)[3], 0xC4);  // -60 as a signed byte
-  EXPECT_EQ(std::string_view(reinterpret_cast<const char*>(encodeLoopPacket(r, true).data()), 3), "LOO");
-  r.barometerTrend = 60;
-  EXPECT_EQ(encodeLoopPacket(r, true)[3], 60);
 }
 
-TEST(LoopPacketEncoding, NegativeTemperaturesAreTwosComplementWordsAndTheStormDateIsPacked) {
-  ConsoleReading r = everyFieldSet();
-  r.outsideTemperature = -10;  // -1.0 deg F
-  r.insideTemperature = -325;
-  const LoopPacket p = encodeLoopPacket(r, false);
-  EXPECT_EQ(wordAt(p, 12), 0xFFF6);
-  EXPECT_EQ(wordAt(p, 9), 0xFEBB);
+TEST(LoopPacketRoundTrip, NegativeTemperaturesMissingSensorsAndASpoiltByte) {
+  ConsoleReading reading = everyFieldSet();
+  reading.outsideTemperature = -400;  // -40.0 F: a two's complement word
+  reading.barometerTrend = 60;
+  auto r = decoded(encodeLoopPacket(reading, true), true);
+  ASSERT_TRUE(r);
+  EXPECT_NEAR(r->outtemp, -40.0, 1e-9);
+  EXPECT_EQ(r->barotrend, 60);
+
+  LiveRecord before;
+  before.uv = 3;
+  before.solar = 400;
+  before.extratemp[3] = 5;
+  before.soilmoisture[4] = 9;
+  before.stormstartyear = 2025;
+  reading.uvIndex.reset();
+  reading.solarRadiation.reset();
+  reading.extraTemperatures[2].reset();
+  reading.soilMoistures[3].reset();
+  reading.stormStart.reset();
+  r = decoded(encodeLoopPacket(reading, false), false, before);
+  ASSERT_TRUE(r);
+  EXPECT_EQ(std::tuple(r->uv, r->solar, r->extratemp[3], r->soilmoisture[4], r->stormstartyear),
+            std::tuple(3.0, 400.0, 5.0, 9, 2025));
+  EXPECT_NEAR(r->extratemp[2], (151 - 122) / 1.8, 1e-9);  // the neighbours keep their values
+  EXPECT_EQ(r->leafwetness[1], 1);
+
+  LoopPacket spoilt = encodeLoopPacket(reading, false);
+  FaultDice(5).corrupt(spoilt, 4, 96);
+  EXPECT_FALSE(decoded(spoilt, false));
 }
 
-TEST(LoopPacketEncoding, MissingSensorsCarryTheirNoSensorMarks) {
-  ConsoleReading r = everyFieldSet();
-  r.outsideTemperature.reset();
-  r.outsideHumidity.reset();
-  r.solarRadiation.reset();
-  r.uvIndex.reset();
-  r.extraTemperatures[2].reset();
-  r.soilMoistures[3].reset();
-  r.leafWetnesses[0].reset();
-  r.stormStart.reset();
-  const LoopPacket p = encodeLoopPacket(r, false);
-  EXPECT_EQ(wordAt(p, 12), 0x7FFF);
-  EXPECT_EQ(wordAt(p, 44), 0x7FFF);
-  EXPECT_EQ(wordAt(p, 48), 0xFFFF);
-  for (const std::size_t offset : {33u, 43u, 20u, 65u, 66u}) EXPECT_EQ(p[offset], 0xFF) << "offset " << offset;
-  EXPECT_EQ(p[19], 151);  // the neighbours keep their values
-  EXPECT_EQ(p[67], 2);
-  EXPECT_EQ(crcCcitt(p), 0);
-}
-
-TEST(LoopPacketEncoding, PacksTheStormStartDate) {
-  EXPECT_EQ(packStormDate({2026, 7, 4}), (7 << 12) | (4 << 7) | 26);
-  EXPECT_EQ(packStormDate({2099, 12, 31}), 0xCFE3);
-  EXPECT_EQ(packStormDate({2000, 1, 1}), 0x1080);
-  EXPECT_EQ(wordAt(encodeLoopPacket(everyFieldSet(), false), 48), 0x721A);
-}
-
-TEST(HilowsEncoding, IsTheFullBlockWithTheDailyHighWindAndItsTime) {
+TEST(HilowsRoundTrip, TheProgramTakesTheDailyHighWind) {
   ConsoleHighsLows h;
-  h.dayLowBarometer = 29801;
-  h.dayHighBarometer = 30105;
-  h.dayHighWindSpeed = 38;
+  h.dayHighWindSpeed = 23;  // 20 knots
   h.dayHighWindTime = 1435;
-  h.monthHighWindSpeed = 44;
+  ReceiveState state;
+  state.buffer[0] = 0x06;  // the acknowledge byte
   const HilowsBlock block = encodeHilows(h);
-  ASSERT_EQ(block.size(), 438u);
-  EXPECT_EQ(crcCcitt(block), 0);
-  EXPECT_EQ(block[16], 38);
-  EXPECT_EQ(block[17] | (block[18] << 8), 1435);
-  EXPECT_EQ(block[19], 44);
-  EXPECT_EQ(block[0] | (block[1] << 8), 29801);
-  EXPECT_EQ(block[2] | (block[3] << 8), 30105);
-}
-
-TEST(ConsoleTimeEncoding, RoundTripsAndRefusesDamage) {
-  LocalTime t{.year = 2031, .month = 5, .day = 6, .hour = 7, .minute = 8, .second = 9};
-  const ConsoleTimeBytes bytes = encodeConsoleTime(t);
-  EXPECT_EQ(bytes[5], 131);  // years since 1900
-  EXPECT_EQ(crcCcitt(bytes), 0);
-  const auto back = decodeConsoleTime(bytes);
-  ASSERT_TRUE(back);
-  EXPECT_EQ(back->year, 2031);
-  EXPECT_EQ(back->second, 9);
-
-  ConsoleTimeBytes damaged = bytes;
-  damaged[1] ^= 0x01;
-  EXPECT_FALSE(decodeConsoleTime(damaged));
-  t.month = 13;  // a good CRC over a bad date
-  EXPECT_FALSE(decodeConsoleTime(encodeConsoleTime(t)));
-  EXPECT_FALSE(decodeConsoleTime(std::span(bytes).first(7)));
+  std::copy(block.begin(), block.end(), state.buffer.begin() + 1);
+  EXPECT_EQ(consoleDailyMaxGust(state, {}, 15, 15), 20.0);
 }
 
 }  // namespace

@@ -88,6 +88,8 @@ TEST_F(HousekeepingTest, MidnightKeepsTheDayAsYesterdayAndStartsANewOne) {
   record_.monthlyrain = 30;
   reading(25.5, 40, 4.2, minuteOf(2024, 7, 3, 14, 0));  // a Wednesday
   reading(11.0, 90, 0, minuteOf(2024, 7, 3, 5, 30));
+  record_.rainrate = 0.4;
+  rain_.updateRainRate(record_, localOf(minuteOf(2024, 7, 3, 16, 20)), false, main_);
   drive(minuteOf(2024, 7, 3, 23, 50), minuteOf(2024, 7, 4, 0, 20));
 
   expectStored(main_, {{"House keeping", "yesterdayday", "3"}, {"Daily high temperature yest", "number2", "25.5"},
@@ -95,11 +97,6 @@ TEST_F(HousekeepingTest, MidnightKeepsTheDayAsYesterdayAndStartsANewOne) {
                        {"Daily high temperature yest", "number2actual", "25.5"},
                        {"Daily low temperature yest", "number2time", "05:30"},
                        {"Daily low humidity yest", "number2", "40"}});
-  // The new day starts at the sentinels, in memory and in the settings.
-  EXPECT_EQ(extremes_.high(Quantity::Temperature), -100);
-  expectStored(main_, {{"Daily high temperature", "number2", "-100"}, {"Daily low temperature", "number2", "100"},
-                       {"Daily low humidity", "number2", "101"}, {"Daily low humidity", "number2time", ""}});
-
   expectStored(main_, {{"Daily high average yest", "prevdayrain", "4.2"},
                        {"Daily high average yest", "prevdayraintime", "00:00"},
                        {"Daily rain for each week day", "wedensday", "4.2"},
@@ -107,6 +104,7 @@ TEST_F(HousekeepingTest, MidnightKeepsTheDayAsYesterdayAndStartsANewOne) {
   EXPECT_EQ(record_.dailyrain, 0);
   EXPECT_EQ(stored("new rain storage", "dailyrain new"), "0");
   EXPECT_EQ(keeper().maxRainRateText(), "0.0 mm/min (0.0 mm/hr)");
+  expectStored(main_, {{"Last max rain rate", "value", "0"}, {"Extreme conditions times", "Max rainrate", ""}});
   EXPECT_DOUBLE_EQ(record_.monthlyrain, 34.2);  // not a month end
   EXPECT_FALSE(cycle_.noaa_request);
 
@@ -196,11 +194,6 @@ TEST_F(HousekeepingTest, YearlyRainStartsAgainInTheRainSeasonMonth) {
   drive(minuteOf(2024, 7, 1, 0, 0), minuteOf(2024, 7, 1, 0, 0));
   EXPECT_EQ(record_.yearlyrain, 0);
   EXPECT_EQ(stored("new rain storage", "yearlyrain new"), "0");
-
-  units_.resets.rainSeasonStartMonth = 1;  // the default: the calendar year
-  record_.yearlyrain = 800;
-  drive(minuteOf(2024, 12, 31, 23, 59), minuteOf(2025, 1, 1, 0, 0));
-  EXPECT_EQ(record_.yearlyrain, 0);
 }
 
 TEST_F(HousekeepingTest, DailyFilesStartAfreshAndTheSettingsAreBackedUpAfterTheResets) {

@@ -89,19 +89,6 @@ TEST_F(DailyExtremesTest, MatchesTheExtremesOfADayFoundTheSlowWay) {
   EXPECT_EQ(store_.ReadString("Extreme conditions times", "Min temp"), extremes_.lowTime(Quantity::Temperature));
 }
 
-TEST_F(DailyExtremesTest, ChangesAreWrittenAtOnceAndEqualValuesKeepTheTime) {
-  reading(10, 7, 5);
-  expectStored(store_, {{"Daily high temperature", "number2", "10"}, {"Daily high temperature", "number2time", "07:05"},
-                        {"Extreme conditions times", "Max temp", "07:05"}, {"Daily low temperature", "number2time", "07:05"}});
-  reading(10, 8, 0);
-  EXPECT_EQ(extremes_.highTime(Quantity::Temperature), "07:05");
-  expectStored(store_, {{"Extreme conditions times", "Max temp", "07:05"}});
-  reading(10.5, 9, 15);
-  reading(9.5, 10, 0);
-  expectStored(store_, {{"Daily high temperature", "number2", "10.5"}, {"Extreme conditions times", "Max temp", "09:15"},
-                        {"Daily low temperature", "number2", "9.5"}, {"Extreme conditions times", "Min temp", "10:00"}});
-}
-
 TEST_F(DailyExtremesTest, IndoorHumidityKeepsOnlyItsTimes) {
   record_.inhum = 45;
   extremes_.check_data(record_, at(13, 30), true, store_);
@@ -126,19 +113,7 @@ TEST_F(DailyExtremesTest, FirstReadingAfterResetIsBothHighAndLow) {
   EXPECT_EQ(extremes_.todaysHighGust(), 0.0);
 }
 
-TEST_F(DailyExtremesTest, RestartContinuesTheDayAndUnreadableStoredValuesStartAfresh) {
-  reading(10, 6, 0);
-  reading(18, 14, 0);
-  DailyExtremes restarted;
-  restarted.load(store_);
-  EXPECT_EQ(restarted.high(Quantity::Temperature), 18);
-  EXPECT_EQ(restarted.lowTime(Quantity::Temperature), "06:00");
-  record_.outtemp = 15;
-  restarted.check_data(record_, at(15, 0), false, store_);
-  EXPECT_EQ(restarted.high(Quantity::Temperature), 18);
-  EXPECT_EQ(restarted.low(Quantity::Temperature), 10);
-  EXPECT_EQ(store_.ReadString("Daily high temperature", "number2time"), "14:00");
-
+TEST_F(DailyExtremesTest, UnreadableStoredValuesStartAfresh) {
   testsupport::MemorySettingsStore damaged;
   for (const auto& [section, key, value] : {testsupport::StoredEntry{"Daily high temperature", "number2", "warm"},
                                             {"Daily high temperature", "number2time", "12:00"},

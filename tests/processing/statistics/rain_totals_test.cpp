@@ -94,19 +94,5 @@ TEST_F(RainTotalsTest, HighestRainRateMovesOnlyWhenBeaten) {
   EXPECT_EQ(rain_.maxRainRateTime(), "6:00 am");
 }
 
-TEST_F(RainTotalsTest, ResetsZeroTheirTotalAndSaveAtOnce) {
-  rateAt(0.5, 6, 0);
-  rain_.resetDay(record_, store_);
-  expectTotals(0, 10, 100);
-  EXPECT_EQ(rain_.maxRainRate(), 0);
-  expectStored(store_, {{"new rain storage", "dailyrain new", "0"}, {"Last max rain rate", "value", "0"},
-                        {"Extreme conditions times", "Max rainrate", ""}});
-  rain_.resetMonth(record_, store_);
-  expectTotals(0, 0, 100);
-  EXPECT_EQ(store_.ReadString("new rain storage", "monthlyrain new"), "0");
-  rain_.resetYear(record_, store_);
-  EXPECT_EQ(store_.ReadString("new rain storage", "yearlyrain new"), "0");
-}
-
 }  // namespace
 }  // namespace nimbrel

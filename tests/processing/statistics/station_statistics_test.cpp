@@ -55,17 +55,6 @@ TEST_F(StatisticsTest, DerivesDewPointWindChillAndHeatIndex) {
   EXPECT_EQ(record.heatindex, 5);  // below 20 C it is the temperature
 }
 
-TEST_F(StatisticsTest, RainCounterRisesBecomeTheDaysRainAndAreStored) {
-  reading(10, 70, 3, 100);  // the baseline
-  reading(10, 70, 3, 101.2);
-  reading(10, 70, 3, 101.6);
-  EXPECT_NEAR(record.dailyrain, 1.6, 1e-9);
-  statistics.saveRainStorage();
-  double stored = 0;
-  ASSERT_TRUE(parseDouble(settings.ReadString("new rain storage", "dailyrain new"), stored));
-  EXPECT_NEAR(stored, 1.6, 1e-9);
-}
-
 TEST_F(StatisticsTest, RecordsAreRewrittenOnlyAfterOneChanged) {
   const RecordsBackup backup{dir / "NIMBREL.INI", dir.path()};
   reading(21.5, 60, 5, 100);

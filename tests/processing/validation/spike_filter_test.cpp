@@ -181,19 +181,6 @@ TEST_F(SpikeFilterTest, OtherTimeoutsReseedTwoSlotsSilently) {
   EXPECT_TRUE(logMessages().empty());
 }
 
-TEST_F(SpikeFilterTest, ALimitOfZeroFreezesTheSeriesUntilTheTimeout) {
-  seedWith({.speed = 20, .gust = 30, .temp = 0, .hum = 20, .baro = 10, .timeout = 2});
-  roll(steadyReading());  // even an unchanged temperature is refused
-  EXPECT_EQ(series_.spikeCounts().temperature, 1);
-  const LiveRecord warmer = steadyWith([](LiveRecord& r) { r.outtemp = 12.6; });
-  roll(warmer);
-  EXPECT_EQ(series_.latestTemperature(), 12.5);
-  EXPECT_EQ(series_.spikeCounts().temperature, 2);
-  roll(warmer);  // third refusal with a timeout of 2
-  EXPECT_EQ(series_.latestTemperature(), 12.6);
-  EXPECT_EQ(series_.spikeCounts().temperature, 0);
-}
-
 SpikeLimits readFrom(std::string_view iniText) {
   return testsupport::SettingsTestFolder().readMainSettings(iniText, readSpikeLimits);
 }
