@@ -49,7 +49,7 @@ if [ "$2" = max ]; then
   program_command() {
     command=("$nimbrel" demo --dir "$dir/$1" --speed max --start "$start" --run-for "$2" --seed 11)
   }
-  day_dir="$dir/day"
+  day_run=day
 else
   [ $# -le 5 ] || usage
   simulator=$(realpath "$2")
@@ -62,10 +62,11 @@ else
     command=("$nimbrel" --dir "$dir" --start "$start" --speed "$([ "$2" -le 1 ] && echo 1000 || echo "$speed")"
              --run-for "$2")
   }
-  day_dir="$dir"
+  day_run=.
 fi
 [[ "$seconds" =~ ^[0-9]+$ ]] && [ "$seconds" -ge 60 ] || { echo "SECONDS must be a whole number, at least 60" >&2; exit 2; }
 if [ -n "$dir" ]; then mkdir -p "$dir"; else dir=$(mktemp -d); fi
+day_dir="$dir/$day_run"  # the day run's program folder
 if [ -n "${simulator:-}" ]; then
   "$simulator" --tcp 0 --speed "$speed" --start "$start" --seed 11 > "$dir/sim.out" 2>&1 &
   sim_pid=$!
