@@ -1,5 +1,6 @@
 # Shell pieces for scripts that run the program against the Vantage
-# simulator over loopback TCP (the end-to-end tests, the soak, the figures).
+# simulator over loopback TCP (the end-to-end tests, the real-time figures)
+# or read its settings (the soak).
 # Source it: . tools/sim_station.sh
 
 # sim_port OUTPUT: waits up to 5 s for a simulator started with "--tcp 0"

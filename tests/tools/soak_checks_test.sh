@@ -1,7 +1,8 @@
 #!/usr/bin/env bash
 # Tests of the soak's checks on made-up inputs, so that a soak that passes
-# means what it says: a missing or doubled log line, a wrong rain total or a
-# misplaced outage must make them fail. Runs in a second:
+# means what it says: a missing or doubled log line, a rain total off by a
+# click, an unexpected error-log line or growing memory must make them fail.
+# Runs in a second:
 #   bash tests/tools/soak_checks_test.sh [tools/soak]
 set -euo pipefail
 here=${1:-$(cd "$(dirname "$0")/../../tools/soak" && pwd)}
@@ -12,82 +13,97 @@ expect() {  # expect NAME EXPECTED ACTUAL
   if [ "$2" == "$3" ]; then echo "ok   $1"; else echo "FAIL $1: expected '$2', got '$3'"; failures=$((failures + 1)); fi
 }
 times_awk() { awk -f "$here/times.awk" "$@"; }
+verdict() { "$@" > /dev/null && echo pass || echo fail; }  # verdict COMMAND...: pass or fail
+start="2026-07-01 23:50:00"
 
 # --- calendar arithmetic ----------------------------------------------------
 expect "a day over a month end" 86400 \
   "$(times_awk -f /dev/stdin <<<'BEGIN { print seconds_of("2026-08-01 00:00:00") - seconds_of("2026-07-31 00:00:00") }')"
-expect "a leap day" 172800 \
-  "$(times_awk -f /dev/stdin <<<'BEGIN { print seconds_of("2028-03-01 00:00:00") - seconds_of("2028-02-28 00:00:00") }')"
-expect "milliseconds" 1.5 \
-  "$(times_awk -f /dev/stdin <<<'BEGIN { print seconds_of("2026-07-01 00:00:01.500") - seconds_of("2026-07-01 00:00:00") }')"
-expect "back to text" "2028-02-29 23:59" \
+expect "back to text, on a leap day" "2028-02-29 23:59" \
   "$(times_awk -f /dev/stdin <<<'BEGIN { print minute_text(seconds_of("2028-02-29 23:59:59")) }')"
 
-# --- packets delivered: the lead and the cut connection ---------------------
+# --- the record: program seconds, rain clicks, the cuts ----------------------
 record() {  # record TIME CLICKS
   printf '{"sequence":1,"time":"%s","corrupted":false,"rain_total_clicks":%s,"reading":{}}\n' "$1" "$2"
 }
 {
-  record "2026-07-01 00:00:10.000" 0
-  record "2026-07-01 00:16:40.000" 3     # 1000 s: inside the cut [1000, 1100)
-  record "2026-07-01 00:18:19.000" 4     # 1099 s: still inside
-  record "2026-07-01 00:18:20.000" 5     # 1100 s: after it
+  record "2026-07-01 23:50:02.000" 0
+  record "2026-07-02 00:06:39.000" 3     # 999 s: before the cut [1000, 1100)
+  record "2026-07-02 00:06:40.000" 4     # 1000 s: inside it
+  record "2026-07-02 00:08:19.000" 5     # 1099 s: still inside
+  record "2026-07-02 00:08:21.000" 7     # 1101 s: after it
 } > "$work/record.jsonl"
-awk -f "$here/times.awk" -f "$here/delivered.awk" -v sim_start="2026-07-01 00:00:00" -v lead=10 \
-  -v drop_every=1000 -v drop_for=100 -v summary="$work/summary.txt" "$work/record.jsonl" > "$work/delivered.txt"
-expect "packets in the cut left out, times moved by the lead" "0.000 0|1090.000 5" \
-  "$(paste -sd'|' "$work/delivered.txt")"
-expect "the packets counted" "sent 4|undelivered 2" "$(paste -sd'|' "$work/summary.txt")"
+times_awk -f "$here/record.awk" -v start="$start" -v cut_every=1000 -v cut_for=100 -v summary="$work/summary.txt" \
+  "$work/record.jsonl" > "$work/packets.txt"
+expect "program seconds and clicks" "2.000 0|999.000 3|1000.000 4|1099.000 5|1101.000 7" \
+  "$(paste -sd'|' "$work/packets.txt")"
+expect "the packets into the cut and the rain across it" "2 packets sent into the cut cable; rain between the packets either side of it: 4 clicks" \
+  "$(grep -o '2 packets.*' "$work/summary.txt")"
 
-# --- outages ----------------------------------------------------------------
-printf '%s\n' "0 0" "100 0" "500 0" "2000 0" "2002 0" > "$work/packets.txt"
-outages() { awk -f "$here/outages.awk" -v run_for=2100 -v min_gap=60 "$@" "$work/packets.txt" | paste -sd'|'; }
-expect "every long gap without a cut schedule" "0.000 100.000|100.000 500.000|500.000 2000.000|2002.000 2100.000" "$(outages)"
-expect "only the gap with the cut, from the cut on" "1200.000 2000.000" \
-  "$(outages -v drop_every=1300 -v drop_for=100 -v lead=100)"
+# --- the error log: the cuts and nothing else ---------------------------------
+lost="connection to the simulated console lost: the simulated cable was cut"
+connected="connected to the simulated console"
+errorlog_check() {  # errorlog_check FILE: pass or fail for a run of 2500 s with cuts at 1000 and 2000 s
+  verdict times_awk -f "$here/errorlog.awk" -v start="$start" -v run_for=2500 -v cut_every=1000 -v cut_for=100 \
+    -v notice=60 "$1"
+}
+printf '%s\r\n' "2026-07-02 00:06:40 $lost" "2026-07-02 00:08:21 $connected" \
+  "2026-07-02 00:23:20 $lost" "2026-07-02 00:25:00 $connected" > "$work/errors.txt"
+expect "two cuts and their ends" pass "$(errorlog_check "$work/errors.txt")"
+sed '2a 2026-07-02 00:10:00 cannot write the monthly log' "$work/errors.txt" > "$work/unexpected.txt"
+expect "an unexpected line" fail "$(errorlog_check "$work/unexpected.txt")"
+head -3 "$work/errors.txt" > "$work/unended.txt"
+expect "a cut's end missing" fail "$(errorlog_check "$work/unended.txt")"
+sed 's/00:08:21/00:09:50/' "$work/errors.txt" > "$work/late.txt"
+expect "an end logged long after the cut" fail "$(errorlog_check "$work/late.txt")"
 
 # --- one monthly-log line a minute ------------------------------------------
-log_minutes() {  # log_minutes FIRST_HHMM COUNT: lines for that many minutes from 2026-07-02 FIRST
-  awk -v count="$2" -v first="$1" 'BEGIN {
+log_minutes() {  # log_minutes COUNT: lines for that many minutes from the start
+  awk -v count="$1" 'BEGIN {
     print "day month year hour minute temperature"
     for (m = 0; m < count; ++m) {
-      t = int(first / 100) * 60 + first % 100 + m
-      printf "%2d %2d 2026 %2d %2d 20.0\r\n", 2 + int(t / 1440), 7, int(t % 1440 / 60), t % 60
+      t = 23 * 60 + 50 + m
+      printf "%2d %2d 2026 %2d %2d 20.0\r\n", 1 + int(t / 1440), 7, int(t % 1440 / 60), t % 60
     }
   }'
 }
-minutes_check() {  # minutes_check LOG OUTAGES: prints the exit status and the excused count
-  local status=0 out
-  out=$(awk -f "$here/times.awk" -f "$here/minutes.awk" -v outages_file="$2" -v start="2026-07-01 23:50:00" \
-    -v first=600 -v minutes=120 -v slack=0 "$2" "$1") || status=$?
-  echo "$status $(echo "$out" | grep -o 'of which [0-9]* had no line' | grep -o '[0-9]*')"
-}
-: > "$work/none.txt"
-log_minutes 0000 120 > "$work/whole.txt"
-expect "every minute once" "0 0" "$(minutes_check "$work/whole.txt" "$work/none.txt")"
+minutes_check() { verdict times_awk -f "$here/minutes.awk" -v start="$start" -v minutes=120 "$1"; }
+log_minutes 120 > "$work/whole.txt"
+expect "every minute once" pass "$(minutes_check "$work/whole.txt")"
 grep -v '^ 2  7 2026  1  5 ' "$work/whole.txt" > "$work/gap.txt"
-expect "a minute missing" "1 0" "$(minutes_check "$work/gap.txt" "$work/none.txt")"
-echo "4490 4570" > "$work/outage.txt"   # program seconds: 01:04:50 to 01:06:10 on 2 July
-expect "a minute missing in an outage is excused" "0 1" "$(minutes_check "$work/gap.txt" "$work/outage.txt")"
+expect "a minute missing" fail "$(minutes_check "$work/gap.txt")"
 { cat "$work/whole.txt"; grep '^ 2  7 2026  0 30 ' "$work/whole.txt"; } > "$work/twice.txt"
-expect "a minute twice" "1 0" "$(minutes_check "$work/twice.txt" "$work/outage.txt")"
-log_minutes 0000 119 > "$work/short.txt"
-expect "the last minute missing" "1 0" "$(minutes_check "$work/short.txt" "$work/none.txt")"
+expect "a minute twice" fail "$(minutes_check "$work/twice.txt")"
+log_minutes 119 > "$work/short.txt"
+expect "the last minute missing" fail "$(minutes_check "$work/short.txt")"
+log_minutes 121 > "$work/long.txt"
+expect "a line after the run" fail "$(minutes_check "$work/long.txt")"
 
 # --- rain totals ------------------------------------------------------------
-rain_check() {  # rain_check PROGRAM_MM: exit status against the packets in rain.txt
+rain_check() {  # rain_check PROGRAM_MM: against the packets in rain.txt, a run of 1000 s
   printf '%s\tmonth\n' "$1" > "$work/totals.txt"
-  awk -v totals_file="$work/totals.txt" -v run_for=1000 -v slack=10 -v click_mm=0.254 -f "$here/rain.awk" \
-    "$work/totals.txt" "$work/rain.txt" > /dev/null && echo pass || echo fail
+  verdict awk -v totals_file="$work/totals.txt" -v run_for=1000 -v edge=20 -v click_mm=0.254 -f "$here/rain.awk" \
+    "$work/totals.txt" "$work/rain.txt"
 }
-printf '%s\n' "1 2" "3 2" "500 7" "980 9" "985 9" "1200 12" > "$work/rain.txt"
-expect "the simulator's 7 clicks" pass "$(rain_check 1.778)"
+printf '%s\n' "2 2" "4 2" "500 7" "980 9" "990 9" "1000 9" "1002 12" > "$work/rain.txt"
+expect "the console's 7 clicks" pass "$(rain_check 1.778)"
 expect "one click short" fail "$(rain_check 1.524)"
 expect "one click over" fail "$(rain_check 2.032)"
 expect "not a whole number of clicks" fail "$(rain_check 1.8)"
-printf '%s\n' "1 1" "3 2" "500 7" "980 9" "1005 10" > "$work/rain.txt"
-expect "a tip in the first packet may or may not count: narrow" pass "$(rain_check 1.778)"
-expect "... wide" pass "$(rain_check 2.286)"
+printf '%s\n' "2 1" "4 2" "500 7" "970 9" "990 10" > "$work/rain.txt"
+expect "a tip at the start and at the end may or may not count: narrowest" pass "$(rain_check 1.778)"
+expect "... widest" pass "$(rain_check 2.286)"
 expect "... but no more" fail "$(rain_check 2.54)"
+
+# --- memory -----------------------------------------------------------------
+memory_check() {  # memory_check DAYS: against the samples in memory.txt
+  verdict awk -v first_day=2 -v days="$1" -v min_samples=3 -v margin_kb=256 -f "$here/memory.awk" "$work/memory.txt"
+}
+printf '%s\n' "1 5000" "2 5100" "2 5200" "2 5150" "3 5300" "3 5210" "3 5300" "4 5456" "4 5400" "4 5300" \
+  > "$work/memory.txt"
+expect "flat: 256 kB more on the last day" pass "$(memory_check 3)"
+echo "4 5457" >> "$work/memory.txt"
+expect "257 kB more" fail "$(memory_check 3)"
+expect "a day with too few samples" fail "$(memory_check 4)"
 
 [ "$failures" -eq 0 ] && echo "all passed" || { echo "$failures failed"; exit 1; }

@@ -1,0 +1,42 @@
+# The program's error log must hold the simulated cable's cuts and nothing
+# else: for each cut that began in the run (from cut_every seconds after the
+# start, every cut_every seconds, for cut_for seconds), one "lost" line and,
+# when the cut ended in the run, one "connected" line, each written within
+# `notice` seconds of the cut's start or end. Prints the lines that do not
+# fit and the ones missing; exits 1 if there are any.
+#
+# Variables: start ("YYYY-MM-DD HH:MM:SS"), run_for, cut_every, cut_for, notice.
+
+BEGIN {
+  start_seconds = seconds_of(start)
+  lost_text = "connection to the simulated console lost: the simulated cable was cut"
+  connected_text = "connected to the simulated console"
+  expected = 0
+  found = 0
+  for (k = 1; cut_every > 0 && k * cut_every < run_for; ++k) {
+    want_text[expected] = lost_text
+    want_at[expected++] = k * cut_every
+    if (k * cut_every + cut_for >= run_for) break
+    want_text[expected] = connected_text
+    want_at[expected++] = k * cut_every + cut_for
+  }
+}
+
+{
+  sub(/\r$/, "")
+  at = seconds_of(substr($0, 1, 19)) - start_seconds
+  text = substr($0, 21)
+  if (found < expected && text == want_text[found] && at >= want_at[found] && at < want_at[found] + notice) {
+    ++found
+    next
+  }
+  print "  unexpected: " $0
+  ++unexpected
+}
+
+END {
+  printf "  %d error-log lines about the %d expected cut or reconnection(s)\n", found + 0, expected
+  for (i = found; i < expected; ++i)
+    printf "  missing: \"%s\" within %d s from %s\n", want_text[i], notice, minute_text(start_seconds + want_at[i])
+  exit (unexpected || found < expected) ? 1 : 0
+}
