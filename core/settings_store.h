@@ -10,6 +10,10 @@
 
 namespace nimbrel {
 
+// `value` as it may appear in a log: hidden for keys that hold a password or
+// another secret, and shortened when long.
+std::string shownSettingValue(std::string_view key, std::string_view value);
+
 class SettingsStore {
  public:
   virtual ~SettingsStore() = default;

@@ -79,12 +79,12 @@ TEST(IniStore, ReadsByteOrderMarkMixedLineEndsAndDuplicates) {
   EXPECT_EQ(store.ReadString("one", "k"), "first");
   EXPECT_EQ(store.ReadString("one", "late"), "yes");  // a repeated section adds to the first
   EXPECT_EQ(keysOf(store, "one"), (std::vector<std::string>{"k", "late"}));
-  EXPECT_EQ(folder.logText(), "");
+  EXPECT_EQ(lineCount(folder.logText()), 3u);  // the key, the section, and where the original is kept
 }
 
 TEST(IniStore, DamagedFileKeepsWhatParsesAndLogsOnceNamingTheFile) {
   SettingsTestFolder folder;
-  const std::string longValue(200000, 'v');
+  const std::string longValue(60000, 'v');
   std::string text = "orphan=before any section\n[good]\na=1\n";
   const char binary[] = "\x01\x02\x00\xff\xfe binary=junk\n";
   text += std::string(binary, sizeof binary - 1);
