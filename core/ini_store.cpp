@@ -144,4 +144,12 @@ bool IniStore::saveFailed(const std::string& message) {
   return false;
 }
 
+void IniStore::reportUnusable(std::string_view section, std::string_view key, std::string_view stored,
+                              std::string_view problem) const {
+  std::string which = fmt::format("{}\n{}\n{}", section, key, stored);
+  if (!reported_.insert(std::move(which)).second) return;
+  errorLog_->write(fmt::format("settings file {}, section \"{}\" key \"{}\": {} {}", file_.string(), section, key,
+                               shownSettingValue(key, stored), problem));
+}
+
 }  // namespace nimbrel

@@ -24,12 +24,15 @@
 // line breaks, or a key starting with a blank, ';' or '['), and values too
 // long for a line, are refused with a message in the error log; control
 // characters in values become blanks.
-
+//
+// Numbers that cannot be used (SettingsStore::readInteger) are reported to
+// the error log once per key and stored text.
 
 #include <filesystem>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_set>
 #include <vector>
 
 #include "core/ini_document.h"
@@ -64,6 +67,8 @@ class IniStore final : public SettingsStore {
   const IniDocument& document() const { return document_; }
 
  private:
+  void reportUnusable(std::string_view section, std::string_view key, std::string_view stored,
+                      std::string_view problem) const override;
   void load();
   void reportRepeats(const IniParseResult& parsed) const;
   bool keepOriginalBeside();
@@ -80,6 +85,8 @@ class IniStore final : public SettingsStore {
   // been copied to `keptOriginal_` yet.
   std::optional<std::string> originalToKeep_;
   std::filesystem::path keptOriginal_;
+  // Unusable numbers already reported, by section, key and text.
+  mutable std::unordered_set<std::string> reported_;
 };
 
 }  // namespace nimbrel
