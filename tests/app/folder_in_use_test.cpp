@@ -5,7 +5,9 @@
 
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <memory>
+#include <string>
 
 #include "app/demo_command.h"
 #include "app/run_command.h"
@@ -17,9 +19,11 @@ namespace {
 
 using testsupport::TempFolder;
 
-bool onlyTheLockFileIn(const std::filesystem::path& folder) {
+// Whether the folder holds the lock file and nothing else but `kept`.
+bool onlyTheLockFileIn(const std::filesystem::path& folder, const std::string& kept = "") {
   int count = 0;
   for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+    if (entry.path().filename() == kept) continue;
     if (entry.path().filename() != "NIMBREL.INI.lock") return false;
     ++count;
   }
@@ -33,8 +37,9 @@ TEST(FolderInUse, TheRunStopsBeforeWritingAnything) {
   TempFolder dir;
   const ProgramFolderLock held = lockProgramFolder(dir.path());
   ASSERT_TRUE(held.lock) << held.problem;
+  std::ofstream(dir / "NIMBREL.INI") << "[Weather Station Type]\nName=NONE\n";  // a station the run would start
   EXPECT_NE(runStation(RunOptions{dir.path(), std::nullopt, ClockSpeed::max(), 60.0}), 0);
-  EXPECT_TRUE(onlyTheLockFileIn(dir.path()));
+  EXPECT_TRUE(onlyTheLockFileIn(dir.path(), "NIMBREL.INI"));
 }
 
 TEST(FolderInUse, TheDemoStopsBeforeWritingItsSettings) {
