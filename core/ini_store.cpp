@@ -46,28 +46,33 @@ void IniStore::load() {
   if (!text) {
     std::error_code ec;
     const bool missing = !std::filesystem::exists(file_, ec) && !ec;
-    if (missing) return;
-    leaveFileAlone_ = true;
-    errorLog_->write(
-        fmt::format("settings file {} cannot be read ({}); its settings are at their defaults and the file is left "
-                    "as it is: nothing is saved to it until the program starts with the file readable",
-                    file_.string(), error));
+    if (!missing) leaveFileAlone(error);
     return;
   }
   IniParseResult parsed = parseIniText(*text);
   reportRepeats(parsed);
-  if (parsed.dropsLines()) {
-    keptOriginal_ = damagedCopyName(file_, errorLog_->clock().local());
-    originalToKeep_ = std::move(text);
-    const std::string keeping =
-        fmt::format("the original is kept as {} before the file is next saved", keptOriginal_.filename().string());
-    if (parsed.damagedLines > 0)
-      errorLog_->write(fmt::format("settings file {} is damaged: skipped {} unreadable line(s), the first at line {}; {}",
-                                   file_.string(), parsed.damagedLines, parsed.firstDamagedLine, keeping));
-    else
-      errorLog_->write(fmt::format("settings file {}: {}", file_.string(), keeping));
-  }
+  if (parsed.dropsLines()) keepOriginalBeforeSaving(std::move(*text), parsed);
   document_ = std::move(parsed.document);
+}
+
+void IniStore::leaveFileAlone(const std::string& whyUnreadable) {
+  leaveFileAlone_ = true;
+  errorLog_->write(fmt::format("settings file {} cannot be read ({}); its settings are at their defaults and the "
+                               "file is left as it is: nothing is saved to it until the program starts with the file "
+                               "readable",
+                               file_.string(), whyUnreadable));
+}
+
+void IniStore::keepOriginalBeforeSaving(std::string original, const IniParseResult& parsed) {
+  keptOriginal_ = damagedCopyName(file_, errorLog_->clock().local());
+  originalToKeep_ = std::move(original);
+  const std::string keeping =
+      fmt::format("the original is kept as {} before the file is next saved", keptOriginal_.filename().string());
+  if (parsed.damagedLines > 0)
+    errorLog_->write(fmt::format("settings file {} is damaged: skipped {} unreadable line(s), the first at line {}; {}",
+                                 file_.string(), parsed.damagedLines, parsed.firstDamagedLine, keeping));
+  else
+    errorLog_->write(fmt::format("settings file {}: {}", file_.string(), keeping));
 }
 
 void IniStore::reportRepeats(const IniParseResult& parsed) const {

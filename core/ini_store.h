@@ -70,6 +70,8 @@ class IniStore final : public SettingsStore {
   void reportUnusable(std::string_view section, std::string_view key, std::string_view stored,
                       std::string_view problem) const override;
   void load();
+  void leaveFileAlone(const std::string& whyUnreadable);
+  void keepOriginalBeforeSaving(std::string original, const IniParseResult& parsed);
   void reportRepeats(const IniParseResult& parsed) const;
   bool keepOriginalBeside();
   bool write();

@@ -43,20 +43,17 @@ std::string makeFolder(const std::filesystem::path& folder) {
                      error.message());
 }
 
-// Why `folder` holds no station to run; empty when it does.
-std::string stationFolderProblem(const std::filesystem::path& folder) {
-  std::error_code error;
-  const auto folderStatus = std::filesystem::status(folder, error);
+std::string notAFolderSentence(const std::filesystem::path& folder, bool somethingElseThere) {
   const std::string settings = instanceFileNames(0).mainSettings;
-  if (!std::filesystem::exists(folderStatus))
-    return fmt::format("the program folder {} does not exist; give the folder that holds the station's {} with --dir "
-                       "(nimbrel demo makes a folder of its own)",
-                       shownFolder(folder), settings);
-  if (!std::filesystem::is_directory(folderStatus))
+  if (somethingElseThere)
     return fmt::format("{} is not a folder; give the program folder that holds the station's {} with --dir",
                        shownFolder(folder), settings);
-  const InstanceFileNames names = instanceFileNames(findInstanceNumber(folder));
-  if (std::filesystem::exists(folder / names.mainSettings, error)) return {};
+  return fmt::format("the program folder {} does not exist; give the folder that holds the station's {} with --dir "
+                     "(nimbrel demo makes a folder of its own)",
+                     shownFolder(folder), settings);
+}
+
+std::string noSettingsSentence(const std::filesystem::path& folder, const InstanceFileNames& names) {
   const std::string whose = names.instanceNumber == 0
                                 ? std::string("the station's main settings")
                                 : fmt::format("the main settings of instance {} (chosen by {})", names.instanceNumber,
@@ -64,6 +61,17 @@ std::string stationFolderProblem(const std::filesystem::path& folder) {
   return fmt::format("the program folder {} has no {}, {}; put them there (an example comes with the program, "
                      "share/nimbrel/example/NIMBREL.INI) or give the folder that holds them with --dir",
                      shownFolder(folder), names.mainSettings, whose);
+}
+
+// Why `folder` holds no station to run; empty when it does.
+std::string stationFolderProblem(const std::filesystem::path& folder) {
+  std::error_code error;
+  const auto folderStatus = std::filesystem::status(folder, error);
+  if (!std::filesystem::is_directory(folderStatus))
+    return notAFolderSentence(folder, std::filesystem::exists(folderStatus));
+  const InstanceFileNames names = instanceFileNames(findInstanceNumber(folder));
+  if (std::filesystem::exists(folder / names.mainSettings, error)) return {};
+  return noSettingsSentence(folder, names);
 }
 
 }  // namespace
