@@ -34,9 +34,11 @@ std::string describeClockSpeed(const ClockSpeed& speed) {
 }
 
 int runStation(const RunOptions& options) {
-  // Before anything is read or written: a second program on this folder and
-  // instance would write every minute twice and undo the other's settings.
-  const ProgramFolderLock folderLock = lockProgramFolder(options.dir);
+  // Before anything is read or written: a folder without the station's
+  // settings would start an empty station, and a second program on this
+  // folder and instance would write every minute twice and undo the other's
+  // settings.
+  const ProgramFolderLock folderLock = lockProgramFolder(options.dir, FolderStart::existingStation);
   if (!folderLock.lock) {
     fmt::print(stderr, "nimbrel: {}\n", folderLock.problem);
     return 1;

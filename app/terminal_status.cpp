@@ -48,11 +48,15 @@ void TerminalStatus::draw(const LocalTime& now) {
   lastDrawn_ = now;
 }
 
+// The line itself goes to standard error, like every line of the error log:
+// on a terminal both streams show on the same screen, and a redirect of
+// standard error still gets it.
 void TerminalStatus::printAbove(std::string_view line) {
   std::fputs(kClearLine, terminal_);
-  std::fwrite(line.data(), 1, line.size(), terminal_);
+  std::fflush(terminal_);
+  std::fwrite(line.data(), 1, line.size(), stderr);
+  std::fflush(stderr);
   if (shown_) draw(lastDrawn_);
-  else std::fflush(terminal_);
 }
 
 void TerminalStatus::close() {

@@ -1,7 +1,8 @@
 #pragma once
 // Keeps the status line up to date in place on an interactive terminal,
 // a few times a second of real time whatever the clock's speed. Lines of the
-// error log are printed above it. Off a terminal it does nothing.
+// error log, written to standard error, show above it. Off a terminal it does
+// nothing.
 
 #include <chrono>
 #include <cstdio>

@@ -27,6 +27,11 @@ bool CaseInsensitiveEqual::operator()(std::string_view a, std::string_view b) co
          std::equal(a.begin(), a.end(), b.begin(), [](char x, char y) { return asciiLower(x) == asciiLower(y); });
 }
 
+bool containsIgnoringCase(std::string_view text, std::string_view part) {
+  const auto sameLetter = [](char x, char y) { return asciiLower(x) == asciiLower(y); };
+  return std::search(text.begin(), text.end(), part.begin(), part.end(), sameLetter) != text.end();
+}
+
 const IniEntry* IniSection::find(std::string_view key) const {
   const auto found = index_.find(key);
   return found == index_.end() ? nullptr : &entries_[found->second];

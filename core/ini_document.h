@@ -23,6 +23,9 @@ struct CaseInsensitiveEqual {
   bool operator()(std::string_view a, std::string_view b) const noexcept;
 };
 
+// Whether `text` holds `part`, letter case aside.
+bool containsIgnoringCase(std::string_view text, std::string_view part);
+
 struct IniEntry {
   std::string key;
   std::string value;

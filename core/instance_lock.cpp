@@ -35,18 +35,55 @@ std::string refusalSentence(const std::filesystem::path& folder, const InstanceF
                      holder);
 }
 
+std::string makeFolder(const std::filesystem::path& folder) {
+  std::error_code error;
+  std::filesystem::create_directories(folder, error);
+  if (!error) return {};
+  return fmt::format("the program folder {} cannot be made ({}); choose another with --dir", shownFolder(folder),
+                     error.message());
+}
+
+std::string notAFolderSentence(const std::filesystem::path& folder, bool somethingElseThere) {
+  const std::string settings = instanceFileNames(0).mainSettings;
+  if (somethingElseThere)
+    return fmt::format("{} is not a folder; give the program folder that holds the station's {} with --dir",
+                       shownFolder(folder), settings);
+  return fmt::format("the program folder {} does not exist; give the folder that holds the station's {} with --dir "
+                     "(nimbrel demo makes a folder of its own)",
+                     shownFolder(folder), settings);
+}
+
+std::string noSettingsSentence(const std::filesystem::path& folder, const InstanceFileNames& names) {
+  const std::string whose = names.instanceNumber == 0
+                                ? std::string("the station's main settings")
+                                : fmt::format("the main settings of instance {} (chosen by {})", names.instanceNumber,
+                                              instanceMarkerName(names.instanceNumber));
+  return fmt::format("the program folder {} has no {}, {}; put them there (an example comes with the program, "
+                     "share/nimbrel/example/NIMBREL.INI) or give the folder that holds them with --dir",
+                     shownFolder(folder), names.mainSettings, whose);
+}
+
+// Why `folder` holds no station to run; empty when it does.
+std::string stationFolderProblem(const std::filesystem::path& folder) {
+  std::error_code error;
+  const auto folderStatus = std::filesystem::status(folder, error);
+  if (!std::filesystem::is_directory(folderStatus))
+    return notAFolderSentence(folder, std::filesystem::exists(folderStatus));
+  const InstanceFileNames names = instanceFileNames(findInstanceNumber(folder));
+  if (std::filesystem::exists(folder / names.mainSettings, error)) return {};
+  return noSettingsSentence(folder, names);
+}
+
 }  // namespace
 
 std::string instanceLockFileName(int instanceNumber) {
   return instanceFileNames(instanceNumber).mainSettings + ".lock";
 }
 
-ProgramFolderLock lockProgramFolder(const std::filesystem::path& programFolder) {
-  std::error_code error;
-  std::filesystem::create_directories(programFolder, error);
-  if (error)
-    return {std::nullopt, fmt::format("the program folder {} cannot be made ({}); choose another with --dir",
-                                      shownFolder(programFolder), error.message())};
+ProgramFolderLock lockProgramFolder(const std::filesystem::path& programFolder, FolderStart start) {
+  const std::string problem = start == FolderStart::existingStation ? stationFolderProblem(programFolder)
+                                                                    : makeFolder(programFolder);
+  if (!problem.empty()) return {std::nullopt, problem};
   const InstanceFileNames names = instanceFileNames(findInstanceNumber(programFolder));
   const std::string lockFileName = instanceLockFileName(names.instanceNumber);
   auto acquired = platform::InstanceLock::acquire(programFolder, lockFileName);

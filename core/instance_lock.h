@@ -23,7 +23,19 @@ struct ProgramFolderLock {
   std::string problem;
 };
 
-// Makes `programFolder` when it is missing, selects its instance and locks it.
-ProgramFolderLock lockProgramFolder(const std::filesystem::path& programFolder);
+// What a program folder must hold before it is locked.
+enum class FolderStart {
+  // The demo: a missing folder is made, and the demo writes its own settings.
+  makeIfMissing,
+  // A station's run: the folder and the instance's main settings must be
+  // there already. Starting an empty station instead would read nothing and
+  // tell nobody why.
+  existingStation,
+};
+
+// Checks (or makes) `programFolder` as `start` says, selects its instance
+// and locks it.
+ProgramFolderLock lockProgramFolder(const std::filesystem::path& programFolder,
+                                    FolderStart start = FolderStart::makeIfMissing);
 
 }  // namespace nimbrel

@@ -7,9 +7,7 @@
 namespace nimbrel {
 
 void FieldLoader::integer(std::string_view section, std::string_view key, int& field, int min, int max) {
-  long long parsed = 0;
-  if (parseInt(store_.ReadString(section, key), parsed) && parsed >= min && parsed <= max)
-    field = static_cast<int>(parsed);
+  field = static_cast<int>(store_.readInteger(section, key, field, {min, max}));
 }
 
 void FieldLoader::integerOr(std::string_view section, std::string_view key, int& field, const int& whenEmpty, int min,
@@ -20,9 +18,8 @@ void FieldLoader::integerOr(std::string_view section, std::string_view key, int&
     integer(section, key, field, min, max);
 }
 
-void FieldLoader::decimal(std::string_view section, std::string_view key, double& field) {
-  double parsed = 0;
-  if (parseDouble(store_.ReadString(section, key), parsed)) field = parsed;
+void FieldLoader::decimal(std::string_view section, std::string_view key, double& field, const DecimalRange& range) {
+  field = store_.readDecimal(section, key, field, range);
 }
 
 void FieldLoader::text(std::string_view section, std::string_view key, std::string& field) {
@@ -38,7 +35,7 @@ void FieldSaver::integer(std::string_view section, std::string_view key, const i
   store_.WriteString(section, key, fmt::format("{}", field));
 }
 
-void FieldSaver::decimal(std::string_view section, std::string_view key, const double& field) {
+void FieldSaver::decimal(std::string_view section, std::string_view key, const double& field, const DecimalRange&) {
   store_.WriteString(section, key, floatText(field));
 }
 

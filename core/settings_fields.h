@@ -7,7 +7,8 @@
 //
 // run once with a FieldLoader over a struct and once with a FieldSaver over a
 // const struct. The loader keeps a field's current value (its default) when
-// the stored text is empty, does not parse or lies outside the range.
+// the stored text is empty, does not parse or lies outside the range; the
+// store reports the last two (SettingsStore::readInteger).
 
 #include <climits>
 #include <string>
@@ -25,7 +26,7 @@ class FieldLoader {
   void integer(std::string_view section, std::string_view key, int& field, int min = INT_MIN, int max = INT_MAX);
   // Like integer(), but an empty value takes `whenEmpty` (a field read before).
   void integerOr(std::string_view section, std::string_view key, int& field, const int& whenEmpty, int min, int max);
-  void decimal(std::string_view section, std::string_view key, double& field);
+  void decimal(std::string_view section, std::string_view key, double& field, const DecimalRange& range = {});
   void text(std::string_view section, std::string_view key, std::string& field);
   void onOff(std::string_view section, std::string_view key, bool& field);
 
@@ -46,7 +47,7 @@ class FieldSaver {
   void integerOr(std::string_view section, std::string_view key, const int& field, const int&, int, int) {
     integer(section, key, field);
   }
-  void decimal(std::string_view section, std::string_view key, const double& field);
+  void decimal(std::string_view section, std::string_view key, const double& field, const DecimalRange& = {});
   void text(std::string_view section, std::string_view key, const std::string& field);
   void onOff(std::string_view section, std::string_view key, const bool& field);
 

@@ -26,6 +26,7 @@ class TextLog {
   using EchoSink = std::function<void(std::string_view line)>;
   void echoThrough(EchoSink sink) { echoSink_ = std::move(sink); }
   const std::filesystem::path& path() const { return file_; }
+  // The clock that times the lines: the program clock.
   const Clock& clock() const { return *clock_; }
   bool failing() const { return failing_; }
 

@@ -9,12 +9,12 @@ namespace {
 // list serves loading and saving, so the two can never disagree on a name.
 template <class Settings, class Fields>
 void visitPressureAndResets(Settings& s, Fields& f) {
-  f.integer("Pressure rate 3 hour", "threshold", s.pressureTrend.threshold);
-  f.integer("Pressure rate 3 hour", "threshold2", s.pressureTrend.threshold2);
-  f.integer("Pressure rate 3 hour slow", "threshold", s.pressureTrend.slowThreshold);
-  f.integer("Pressure rate 3 hour slow", "threshold2", s.pressureTrend.slowThreshold2);
-  f.integer("Pressure rate 3 hour fast", "threshold", s.pressureTrend.fastThreshold);
-  f.integer("Pressure rate 3 hour fast", "threshold2", s.pressureTrend.fastThreshold2);
+  f.integer("Pressure rate 3 hour", "threshold", s.pressureTrend.threshold, 0);
+  f.integer("Pressure rate 3 hour", "threshold2", s.pressureTrend.threshold2, 0);
+  f.integer("Pressure rate 3 hour slow", "threshold", s.pressureTrend.slowThreshold, 0);
+  f.integer("Pressure rate 3 hour slow", "threshold2", s.pressureTrend.slowThreshold2, 0);
+  f.integer("Pressure rate 3 hour fast", "threshold", s.pressureTrend.fastThreshold, 0);
+  f.integer("Pressure rate 3 hour fast", "threshold2", s.pressureTrend.fastThreshold2, 0);
   f.onOff("Pressure rate 3 hour", "option", s.pressureTrend.useThreeHourRule);
   f.choice("Reset times", "option", s.resets.dayReset);
   f.integer("New daily reset time", "number", s.resets.dailyResetHour, 0, 23);
@@ -22,7 +22,7 @@ void visitPressureAndResets(Settings& s, Fields& f) {
   f.integer("New year rain reset time", "number", s.resets.rainSeasonStartMonth, 1, 12);
   f.integer("Height above sea level", "value", s.heightAboveSeaLevel);
   f.integer("Main graph temp lift factor", "value", s.display.graphTempLiftFactor);
-  f.integer("Max wind gauge", "number", s.display.maxWindGauge);
+  f.integer("Max wind gauge", "number", s.display.maxWindGauge, 0);
 }
 
 template <class Settings, class Fields>
@@ -72,16 +72,16 @@ void visitStationAndPort(Settings& s, Fields& f) {
   f.text(kType, "Name", s.station.name);
   f.onOff(kType, "first rain of the day ignore", s.station.firstRainOfTheDayIgnore);
   f.onOff(kType, "do the daily reset when qz starts", s.station.dailyResetWhenStarting);
-  f.integer(kType, "Davis vp speed", s.station.davisVpSpeed);
+  f.integer(kType, "Davis vp speed", s.station.davisVpSpeed, 1);
   f.onOff(kType, "rainwise cc3000", s.station.rainwiseCc3000);
   constexpr std::string_view kPort = "Comport";
-  f.integer(kPort, "number", s.port.number);
+  f.integer(kPort, "number", s.port.number, 1, 20);
   f.onOff(kPort, "use serial", s.port.useSerial);
   f.onOff(kPort, "use usb", s.port.useUsb);
   f.onOff(kPort, "use tcpip vp", s.port.useTcpipVp);
   f.text(kPort, "use tcpip vp ip", s.port.tcpipVpAddress);
   f.integer(kPort, "use tcpip vp port", s.port.tcpipVpPort, 1, 65535);
-  f.integer(kPort, "duration", s.port.releaseDuration);
+  f.integer(kPort, "duration", s.port.releaseDuration, 1);
   f.onOff(kPort, "reset every hour", s.port.resetEveryHour);
   f.onOff(kPort, "reset once", s.port.resetOnce);
 }
@@ -96,12 +96,12 @@ void visitConnectionsAndRunningState(Settings& s, Fields& f) {
   f.text(kConnections, "RemoteDir", s.connections.remoteDir);
   f.onOff(kConnections, "no night upload", s.connections.noNightUpload);
   f.onOff(kConnections, "always disconnect", s.connections.alwaysDisconnect);
-  f.decimal("new rain storage", "dailyrain new", s.running.dailyRainMm);
-  f.decimal("new rain storage", "monthlyrain new", s.running.monthlyRainMm);
-  f.decimal("new rain storage", "yearlyrain new", s.running.yearlyRainMm);
-  f.decimal("Last max rain rate", "value", s.running.lastMaxRainRate);
-  f.decimal("Daily solar", "value", s.running.dailySolarSum);
-  f.integer("Daily solar count", "value", s.running.dailySolarCount);
+  f.decimal("new rain storage", "dailyrain new", s.running.dailyRainMm, kNotNegativeAmount);
+  f.decimal("new rain storage", "monthlyrain new", s.running.monthlyRainMm, kNotNegativeAmount);
+  f.decimal("new rain storage", "yearlyrain new", s.running.yearlyRainMm, kNotNegativeAmount);
+  f.decimal("Last max rain rate", "value", s.running.lastMaxRainRate, kNotNegativeAmount);
+  f.decimal("Daily solar", "value", s.running.dailySolarSum, kNotNegativeAmount);
+  f.integer("Daily solar count", "value", s.running.dailySolarCount, 0);
 }
 
 template <class Settings, class Fields>

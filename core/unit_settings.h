@@ -6,10 +6,12 @@
 //
 // Reading rules: an empty or missing value keeps the default given here
 // (never zero in its place); a number that does not parse, or lies outside
-// its range, keeps the default too and the other keys still load; a switch is
-// on only for exactly "yes" ("Yes" and "true" are off); a unit word that is
-// not one of its choices keeps the default, and "Reset times" is 9 am only
-// for exactly "9am".
+// its range, keeps the default too, is reported in the error log, and the
+// other keys still load (ranges: hours 0-23, months 1-12, TCP ports 1-65535,
+// the port chooser 1-20, durations and speeds from 1, thresholds, counts and
+// rain totals from 0); a switch is on only for exactly "yes" ("Yes" and
+// "true" are off); a unit word that is not one of its choices keeps the
+// default, and "Reset times" is 9 am only for exactly "9am".
 //
 // Writing: switches as "yes"/"no", units as their words, numbers as plain
 // decimal text with a point.

@@ -2,23 +2,19 @@
 
 #include <fmt/format.h>
 
-#include "core/number_format.h"
 #include "core/platform/serial_device.h"
 
 namespace nimbrel {
 namespace {
 
-constexpr int kHighestComNumber = 16;
-
-bool isComChoice(long long n) { return (n >= 1 && n <= kHighestComNumber) || n == kOneWirePrinterPort; }
+// COM1-COM16, and the 1-wire adapter on the printer port.
+constexpr long long kComChoices[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15, 16, kOneWirePrinterPort};
 
 // A TCP or UDP port number from the store; `fallback` when the text is empty
 // or not a usable port.
 std::uint16_t readPortNumber(const SettingsStore& store, std::string_view section, std::string_view key,
                              std::uint16_t fallback) {
-  long long n = 0;
-  if (!parseInt(store.ReadString(section, key), n) || n < 1 || n > 65535) return fallback;
-  return static_cast<std::uint16_t>(n);
+  return static_cast<std::uint16_t>(store.readInteger(section, key, fallback, kNetworkPort));
 }
 
 std::string readTextOr(const SettingsStore& store, std::string_view section, std::string_view key,
@@ -31,9 +27,8 @@ std::string readTextOr(const SettingsStore& store, std::string_view section, std
 
 PortSettings readPortSettings(const SettingsStore& mainSettings) {
   PortSettings port;
-  long long number = 0;
-  if (parseInt(mainSettings.ReadString(kComportSection, "number"), number) && isComChoice(number))
-    port.comNumber = static_cast<int>(number);
+  port.comNumber =
+      static_cast<int>(mainSettings.readInteger(kComportSection, "number", port.comNumber, {.choices = kComChoices}));
   port.device = mainSettings.ReadString(kComportSection, "device");
   port.useSerial = mainSettings.readSwitch(kComportSection, "use serial");
   port.useUsb = mainSettings.readSwitch(kComportSection, "use usb");

@@ -45,7 +45,8 @@ struct PortSettings {
   friend bool operator==(const PortSettings&, const PortSettings&) = default;
 };
 
-// Reads the port keys; empty or unusable values keep the defaults above.
+// Reads the port keys; empty or unusable values keep the defaults above, and
+// the unusable ones are reported in the error log.
 PortSettings readPortSettings(const SettingsStore& mainSettings);
 void writePortSettings(SettingsStore& mainSettings, const PortSettings& port);
 

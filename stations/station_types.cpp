@@ -1,8 +1,9 @@
 #include "stations/station_types.h"
 
 #include <algorithm>
+#include <span>
+#include <tuple>
 
-#include "core/number_format.h"
 #include "stations/port_settings.h"
 
 namespace nimbrel {
@@ -163,9 +164,11 @@ std::uint16_t stationTypeFromName(std::string_view storedName) {
 SerialLine serialLineFor(const StationTypeRow& row, const SettingsStore& mainSettings) {
   SerialLine line = row.line;
   if (row.speed.key.empty()) return line;
-  long long chosen = 0;
-  if (parseInt(mainSettings.ReadString(row.speed.section, row.speed.key), chosen) && row.speed.accepts(chosen))
-    line.baud = static_cast<std::uint32_t>(chosen);
+  std::array<long long, std::tuple_size_v<decltype(row.speed.choices)>> choices{};
+  const auto end = std::copy_if(row.speed.choices.begin(), row.speed.choices.end(), choices.begin(),
+                                [](std::uint32_t baud) { return baud != 0; });
+  const IntegerRule rule{.choices = std::span<const long long>(choices.begin(), end)};
+  line.baud = static_cast<std::uint32_t>(mainSettings.readInteger(row.speed.section, row.speed.key, line.baud, rule));
   return line;
 }
 

@@ -32,17 +32,11 @@ inline constexpr std::uint16_t vantagePro = 31;
 
 // A setting that picks the baud rate among a few fixed choices. A stored
 // value that is empty, not a number or not one of the choices keeps the
-// row's own line speed.
+// row's own line speed (the last two are reported in the error log).
 struct SpeedKey {
   std::string_view section;  // empty: the model has no speed choice
   std::string_view key;
   std::array<std::uint32_t, 5> choices{};  // 0 marks an unused slot
-
-  constexpr bool accepts(long long baud) const {
-    for (std::uint32_t choice : choices)
-      if (choice != 0 && choice == baud) return true;
-    return false;
-  }
 };
 
 struct StationTypeRow {

@@ -54,10 +54,10 @@ void RainTotals::updateRainRate(const LiveRecord& record, const LocalTime& now, 
 
 void RainTotals::load(const SettingsStore& main, LiveRecord& record) {
   FieldLoader fields(main);
-  fields.decimal(kRainStorage, "dailyrain new", record.dailyrain);
-  fields.decimal(kRainStorage, "monthlyrain new", record.monthlyrain);
-  fields.decimal(kRainStorage, "yearlyrain new", record.yearlyrain);
-  fields.decimal(kMaxRateSection, "value", maxRainRate_);
+  fields.decimal(kRainStorage, "dailyrain new", record.dailyrain, kNotNegativeAmount);
+  fields.decimal(kRainStorage, "monthlyrain new", record.monthlyrain, kNotNegativeAmount);
+  fields.decimal(kRainStorage, "yearlyrain new", record.yearlyrain, kNotNegativeAmount);
+  fields.decimal(kMaxRateSection, "value", maxRainRate_, kNotNegativeAmount);
   maxRainRateTime_ = main.ReadString(kExtremeTimesSection, kMaxRateTimeKey);
   baseline_ = storedBaseline(main);
 }

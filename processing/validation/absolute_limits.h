@@ -35,8 +35,8 @@ struct AbsoluteLimits {
 };
 
 // Reads the limits. An empty, non-numeric (decimals included) or out-of-range
-// (outside -32768 to 32767) value keeps that limit's default; negative values
-// are taken as written. A pair whose minimum lies above its maximum would
+// (outside -32768 to 32767) value keeps that limit's default, and the last two
+// are reported in the error log; negative values are taken as written. A pair whose minimum lies above its maximum would
 // refuse every reading, so both ends of that pair keep their defaults.
 AbsoluteLimits readAbsoluteLimits(const SettingsStore& settings);
 
