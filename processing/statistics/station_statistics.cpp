@@ -22,13 +22,15 @@ StationStatistics::StationStatistics(LiveRecord& record, SettingsStore& mainSett
       stationLog_(stationLog),
       limits_(readAbsoluteLimits(mainSettings)),
       series_(readSpikeLimits(mainSettings)),
-      rain_(stationLog) {}
+      rain_(stationLog),
+      accepted_(record) {}
 
 void StationStatistics::load(const LocalTime& now) {
   extremes_.load(main_);
   rain_.load(main_, record_);
   records_.load(main_);
   checkRecordPeriods(now);
+  accepted_ = record_;
 }
 
 bool StationStatistics::usaTimes() const { return units_.units.date == UnitSystem::usa; }
@@ -39,11 +41,11 @@ std::optional<double> StationStatistics::averageForDailyMax() const {
 }
 
 void StationStatistics::onReading() {
-  // The first reading has nothing to be compared with.
-  if (accepted_) applyAbsoluteLimits(record_, *accepted_, limits_);
+  applyAbsoluteLimits(record_, accepted_, limits_);
   rain_.addCounterReading(record_.raincounter, record_, limits_.maxRainSpike);
   derive();
   accepted_ = record_;
+  readingSeen_ = true;
 }
 
 void StationStatistics::derive() {
@@ -112,8 +114,8 @@ void StationStatistics::checkRecordPeriods(const LocalTime& now) {
 // The console's own daily high gust; it waits for the first reading, so that
 // the other quantities compared alongside it are real.
 void StationStatistics::raiseHighGust(double knots, const LocalTime& now) {
-  if (!accepted_) return;
-  LiveRecord withConsoleHigh = *accepted_;
+  if (!readingSeen_) return;
+  LiveRecord withConsoleHigh = accepted_;
   withConsoleHigh.windgust = knots;
   extremes_.check_data(withConsoleHigh, now, usaTimes(), main_, averageForDailyMax());
 }

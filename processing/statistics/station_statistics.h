@@ -77,7 +77,8 @@ class StationStatistics {
   RainTotals rain_;
   RecordBook records_;
   std::optional<std::uint64_t> savedRecordsVersion_;  // the records' version last written
-  std::optional<LiveRecord> accepted_;  // the last reading that passed the limits
+  LiveRecord accepted_;  // the last reading that passed the limits; before it, the starting values
+  bool readingSeen_ = false;
 };
 
 }  // namespace nimbrel

@@ -1,0 +1,135 @@
+// What an owner finds in the monthly log, the settings and the error log when
+// the console sends what is no reading: its "no sensor" marks, words out of
+// range with a good CRC, a gust spike, or nothing at all for a while; and the
+// minute's rain across a restart. The whole program runs against the
+// simulated console in simulated time, the console changing its packets as
+// each test says.
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <cstdio>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include <fmt/format.h>
+
+#include "app/demo_command.h"
+#include "core/ini_store.h"
+#include "support/temp_folder.h"
+
+namespace nimbrel {
+namespace {
+
+using namespace std::chrono_literals;
+using Packet = std::span<std::uint8_t>;
+
+const SystemTime kStart = parseLocalTime("2026-11-23 10:00:00").value();
+
+void putWord(Packet packet, std::size_t offset, std::uint16_t value) {
+  packet[offset] = static_cast<std::uint8_t>(value & 0xFF);
+  packet[offset + 1] = static_cast<std::uint8_t>(value >> 8);
+}
+
+std::string readText(const std::filesystem::path& file) {
+  std::ifstream in(file, std::ios::binary);
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+// The demo's folder, with settings written before the program starts.
+class BadReadings : public ::testing::Test {
+ protected:
+  void setting(std::string_view section, std::string_view key, std::string_view value) {
+    ManualClock clock(kStart);
+    ASSERT_EQ(prepareDemoFolder(folder, std::nullopt, clock), "");
+    TextLog log({}, clock);
+    IniStore store(folder / "NIMBREL.INI", log);
+    store.WriteString(section, key, value);
+    ASSERT_TRUE(store.flush());
+  }
+  std::string setting(std::string_view section, std::string_view key) const {
+    ManualClock clock(kStart);
+    TextLog log({}, clock);
+    return IniStore(folder / "NIMBREL.INI", log).ReadString(section, key, "");
+  }
+
+  // Runs the program from `start` (or where the last run stopped) for `seconds`.
+  void run(std::optional<SystemTime> start, double seconds, sim::PacketRewrite rewrite, DemoFaults faults = {}) {
+    DemoOptions options;
+    options.dir = folder;
+    options.start = start;
+    options.speed = ClockSpeed::max();
+    options.runForSeconds = seconds;
+    options.faults = faults;
+    options.rewrite = std::move(rewrite);
+    std::FILE* out = std::tmpfile();
+    ASSERT_EQ(runDemo(options, out), 0);
+    std::fclose(out);
+  }
+
+  // The fields of every monthly-log line after the header, by "HH:MM".
+  std::vector<std::pair<std::string, std::vector<std::string>>> logLines() const {
+    std::vector<std::pair<std::string, std::vector<std::string>>> lines;
+    std::istringstream text(readText(folder / "logfiles" / "112026lg.txt"));
+    std::string line;
+    std::getline(text, line);
+    while (std::getline(text, line)) {
+      std::istringstream words(line);
+      std::vector<std::string> fields;
+      for (std::string word; words >> word;) fields.push_back(word);
+      if (fields.size() != 17) ADD_FAILURE() << "not a log line: " << line;
+      else lines.emplace_back(fmt::format("{:0>2}:{:0>2}", fields[3], fields[4]), fields);
+    }
+    return lines;
+  }
+  std::string errorLog() const { return readText(folder / "programerrorlog.txt"); }
+
+  testsupport::TempFolder dir;
+  std::filesystem::path folder = dir / "demo";
+};
+
+// Log columns.
+constexpr std::size_t kTemperature = 5, kDewPoint = 7, kBarometer = 8, kWind = 9, kGust = 10, kDirection = 11,
+                      kRainLastMinute = 12, kHeatIndex = 16;
+
+// Each bad word is sent for three minutes; otherwise the direction is 200
+// degrees and the barometer 30.000 inHg (1015.9 hPa). A word that is no
+// reading leaves the field as it was, so every line shows those two values.
+TEST_F(BadReadings, WordsOutOfRangeWithAGoodCrcNeverReachTheLog) {
+  struct BadWord {
+    std::size_t offset;
+    std::uint16_t value;
+  };
+  static constexpr BadWord kBadWords[] = {
+      {16, 0x7FFF},  // direction 32767
+      {16, 32950},   {16, 361},
+      {16, 0},       // the console's "no wind data"
+      {7, 35120},    // 1189.3 hPa
+      {7, 49670},    // 1682.0 hPa
+      {7, 32500},    // 1100.6 hPa, just above "max baro"
+  };
+  run(kStart, 40 * 60, [](SystemTime due, Packet packet) {
+    putWord(packet, 16, 200);
+    putWord(packet, 7, 30000);
+    const auto window = (due - kStart) / 5min;  // from 10:05 a bad word every five minutes
+    const bool inWindow = due - kStart - window * 5min < 3min;
+    if (window >= 1 && window <= std::ssize(kBadWords) && inWindow) {
+      const BadWord& bad = kBadWords[window - 1];
+      putWord(packet, bad.offset, bad.value);
+    }
+  });
+
+  const auto lines = logLines();
+  ASSERT_EQ(lines.size(), 41u);
+  for (const auto& [minute, fields] : lines) {
+    EXPECT_EQ(fields[kDirection], "200") << minute;
+    EXPECT_EQ(fields[kBarometer], "1015.9") << minute;
+  }
+}
+
+}  // namespace
+}  // namespace nimbrel
