@@ -47,7 +47,7 @@ void StationProgram::start() {
   clearCompanionExitFlags(stores_.registry);
   const LocalTime now = clock_.local();
   lastTick_ = now;
-  statistics_.load(now);
+  for (const std::string& message : statistics_.load(now)) errorLog_.write(message);
   runDutyWithMessage(errorLog_, "error with house keeping ", [&] { housekeeping_.resetOnStart(now); });
   dataFiles_.resumeAfterLogged(now);
   if (station_.code == stationtype::none) {

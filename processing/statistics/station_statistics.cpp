@@ -25,12 +25,13 @@ StationStatistics::StationStatistics(LiveRecord& record, SettingsStore& mainSett
       rain_(stationLog),
       accepted_(record) {}
 
-void StationStatistics::load(const LocalTime& now) {
+std::vector<std::string> StationStatistics::load(const LocalTime& now) {
   extremes_.load(main_);
   rain_.load(main_, record_);
   records_.load(main_);
   checkRecordPeriods(now);
   accepted_ = record_;
+  return records_.dropImplausible(limits_);
 }
 
 bool StationStatistics::usaTimes() const { return units_.units.date == UnitSystem::usa; }

@@ -6,6 +6,8 @@
 // settings it persists to are the main settings.
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "core/clock.h"
 #include "core/live_record.h"
@@ -29,8 +31,10 @@ class StationStatistics {
   StationStatistics(LiveRecord& record, SettingsStore& mainSettings, const UnitSettings& units,
                     TextLog& stationLog);
 
-  // Start: today's extremes and the rain storage.
-  void load(const LocalTime& now);
+  // Start: today's extremes, the rain storage and the records. Returns one
+  // message for each stored record that lies outside the absolute limits:
+  // such a record is not kept as the one to beat.
+  std::vector<std::string> load(const LocalTime& now);
   // A decoded reading: limits, rain counter, derived quantities.
   void onReading();
   // Every tick once readings flow (`Tmainform.onesecondTimer`): the sample

@@ -40,6 +40,12 @@ std::string readText(const std::filesystem::path& file) {
   return text.str();
 }
 
+std::size_t occurrences(const std::string& text, const std::string& what) {
+  std::size_t count = 0;
+  for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++count;
+  return count;
+}
+
 // The demo's folder, with settings written before the program starts.
 class BadReadings : public ::testing::Test {
  protected:
@@ -95,6 +101,39 @@ class BadReadings : public ::testing::Test {
 // Log columns.
 constexpr std::size_t kTemperature = 5, kDewPoint = 7, kBarometer = 8, kWind = 9, kGust = 10, kDirection = 11,
                       kRainLastMinute = 12, kHeatIndex = 16;
+
+double number(const std::string& text) { return std::stod(text); }
+
+TEST_F(BadReadings, AConsoleWithoutOutsideSensorLogsAndKeepsNoRecordsFromItsMark) {
+  // Left by an earlier run that took the mark for -1838.3 degrees.
+  setting("Record low temperature", "values", "-18383 2026 11 20 8 0 ");
+  setting("Record low windchill2", "values", "-22648 2026 11 20 8 0 ");
+  setting("Record low dew3", "values", "-21560 2026 11 20 8 0 ");
+  setting("Record high gust", "values", "800 2026 11 20 8 0 ");  // a plausible record stays
+  run(kStart, 600, [](SystemTime, Packet packet) { putWord(packet, 12, 0x7FFF); });
+
+  const auto lines = logLines();
+  ASSERT_EQ(lines.size(), 11u);
+  for (const auto& [minute, fields] : lines)
+    for (std::size_t column : {kTemperature, kDewPoint, kHeatIndex}) {
+      SCOPED_TRACE(minute + " column " + std::to_string(column));
+      EXPECT_GE(number(fields[column]), -60);
+      EXPECT_LE(number(fields[column]), 60);
+    }
+
+  const std::string errors = errorLog();
+  for (const char* reported : {"[Record low temperature] values = -1838.3 lies outside -60 to 60",
+                               "[Record low windchill2] values = -2264.8 lies outside -110 to 110",
+                               "[Record low dew3] values = -2156.0 lies outside -110 to 110"})
+    EXPECT_NE(errors.find(reported), std::string::npos) << reported << " not in\n" << errors;
+  EXPECT_EQ(occurrences(errors, "is not used as the record to beat"), 3u) << errors;
+  for (const char* section : {"Record low temperature", "Record low windchill2", "Record low dew3"}) {
+    const std::string stored = setting(section, "values");
+    SCOPED_TRACE(std::string(section) + " = " + stored);
+    EXPECT_GE(number(stored) / 10, -110);
+  }
+  EXPECT_EQ(setting("Record high gust", "values"), "800 2026 11 20 8 0 ");
+}
 
 // Each bad word is sent for three minutes; otherwise the direction is 200
 // degrees and the barometer 30.000 inHg (1015.9 hPa). A word that is no
