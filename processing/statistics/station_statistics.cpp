@@ -43,6 +43,9 @@ std::optional<double> StationStatistics::averageForDailyMax() const {
 
 void StationStatistics::onReading() {
   applyAbsoluteLimits(record_, accepted_, limits_);
+  // The station's counter may have risen while the program was off: that
+  // rain goes to the totals, not to this one minute.
+  if (!readingSeen_) record_.raincounterprev = record_.raincounter;
   rain_.addCounterReading(record_.raincounter, record_, limits_.maxRainSpike);
   derive();
   accepted_ = record_;

@@ -35,7 +35,9 @@ class StationStatistics {
   // message for each stored record that lies outside the absolute limits:
   // such a record is not kept as the one to beat.
   std::vector<std::string> load(const LocalTime& now);
-  // A decoded reading: limits, rain counter, derived quantities.
+  // A decoded reading: limits, rain counter, derived quantities. The first
+  // reading after the start only sets where the minute's rain is counted
+  // from.
   void onReading();
   // Every tick once readings flow (`Tmainform.onesecondTimer`): the sample
   // rings, the minute's wind accumulators and today's extremes.

@@ -170,5 +170,21 @@ TEST_F(BadReadings, WordsOutOfRangeWithAGoodCrcNeverReachTheLog) {
   }
 }
 
+// The console's year rain stays at 50 clicks (12.7 mm) but for one rise of two
+// clicks at 10:15:30: the minute's rain is 0 on every line but 10:16, the
+// first lines after the start and after the restart (at 10:10:30) included.
+TEST_F(BadReadings, TheMinutesRainAfterARestartIsThatMinutesRain) {
+  const auto yearRain = [](SystemTime due, Packet packet) {
+    putWord(packet, 54, due < kStart + 15min + 30s ? 50 : 52);
+  };
+  run(kStart, 630, yearRain);
+  run(std::nullopt, 570, yearRain);
+
+  const auto lines = logLines();
+  ASSERT_EQ(lines.size(), 21u);
+  for (const auto& [minute, fields] : lines)
+    EXPECT_EQ(fields[kRainLastMinute], minute == "10:16" ? "0.5" : "0.0") << minute;
+}
+
 }  // namespace
 }  // namespace nimbrel
