@@ -41,11 +41,11 @@ std::optional<double> StationStatistics::averageForDailyMax() const {
   return std::nullopt;
 }
 
-void StationStatistics::onReading() {
+void StationStatistics::onReading(bool afterSilence) {
   applyAbsoluteLimits(record_, accepted_, limits_);
-  // The station's counter may have risen while the program was off: that
-  // rain goes to the totals, not to this one minute.
-  if (!readingSeen_) record_.raincounterprev = record_.raincounter;
+  // The station's counter may have risen while the program was off or the
+  // station silent: that rain goes to the totals, not to this one minute.
+  if (!readingSeen_ || afterSilence) record_.raincounterprev = record_.raincounter;
   rain_.addCounterReading(record_.raincounter, record_, limits_.maxRainSpike);
   derive();
   accepted_ = record_;

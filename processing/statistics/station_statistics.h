@@ -36,9 +36,10 @@ class StationStatistics {
   // such a record is not kept as the one to beat.
   std::vector<std::string> load(const LocalTime& now);
   // A decoded reading: limits, rain counter, derived quantities. The first
-  // reading after the start only sets where the minute's rain is counted
-  // from.
-  void onReading();
+  // reading after the start, and one with `afterSilence` (the first since
+  // the data watchdog found the station silent), only set where the
+  // minute's rain is counted from.
+  void onReading(bool afterSilence = false);
   // Every tick once readings flow (`Tmainform.onesecondTimer`): the sample
   // rings, the minute's wind accumulators and today's extremes.
   void onesecondTimer(const LocalTime& now);

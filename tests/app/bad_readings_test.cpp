@@ -186,5 +186,23 @@ TEST_F(BadReadings, TheMinutesRainAfterARestartIsThatMinutesRain) {
     EXPECT_EQ(fields[kRainLastMinute], minute == "10:16" ? "0.5" : "0.0") << minute;
 }
 
+// The cable is cut from 10:20 to 10:30. No line repeats the last readings as
+// new ones once the watchdog has found the station silent (150 s without
+// data), and the error log says once when the logs stop and once when they
+// go on.
+TEST_F(BadReadings, NoLinesWhileTheStationIsSilent) {
+  run(kStart, 40 * 60, {}, DemoFaults{0, 20min, 10min});
+
+  std::vector<std::string> minutes;
+  for (const auto& [minute, fields] : logLines()) minutes.push_back(minute);
+  std::vector<std::string> expected;
+  for (int m = 0; m <= 40; ++m)
+    if (m <= 22 || m >= 31) expected.push_back(fmt::format("10:{:02}", m));
+  EXPECT_EQ(minutes, expected);
+  const std::string errors = errorLog();
+  EXPECT_EQ(occurrences(errors, "the minutes are not logged until it sends again"), 1u) << errors;
+  EXPECT_EQ(occurrences(errors, "the station sends again: logging goes on from 10:31"), 1u) << errors;
+}
+
 }  // namespace
 }  // namespace nimbrel

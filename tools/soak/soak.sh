@@ -147,7 +147,9 @@ check_clean_end() {
     -e "^connected to $host\$" \
     -e "^connection to $host lost: .*; retrying every " \
     -e "^cannot connect to $host .*; retrying every " \
-    -e "^not connected to $host; data for the station is dropped\$" || true)
+    -e "^not connected to $host; data for the station is dropped\$" \
+    -e "^no data from the station for more than [0-9]+ seconds: the minutes are not logged until it sends again\$" \
+    -e "^the station sends again: logging goes on from [0-9:]+\$" || true)
   [ -z "$unexpected" ] || ok=1
   verdict "1 clean end: exit status $program_status, $(count_lines . "$dir/programerrorlog.txt") error-log lines of which $(grep -c . <<<"$unexpected" || true) not about the connection" $ok
   grep -E 'Command terminated by signal|Command exited' "$dir/time.txt" | sed 's/^\s*/  /' || true
