@@ -60,8 +60,6 @@ void StationStatistics::derive() {
 }
 
 void StationStatistics::onesecondTimer(const LocalTime& now) {
-  record_.windsamples.push(record_.windspeed);
-  record_.gustsamples.push(record_.windgust);
   lastHourWind_.noteReading(record_.windspeed, record_.windgust);
   extremes_.check_data(record_, now, usaTimes(), main_, averageForDailyMax());
   records_.compare(record_, now, averageForDailyMax());
@@ -72,9 +70,12 @@ void StationStatistics::updateRainRate(const LocalTime& now) {
   record_.maxrainrate = rain_.maxRainRate();
 }
 
-// The short-term rain series holds the rain of the present minute so far.
+// The short-term rain series holds the rain of the present minute so far. A
+// refused spike repeats the last accepted sample in the minute log as well.
 void StationStatistics::rollthedata() {
   series_.rollthedata(record_, record_.raincounter - record_.raincounterprev, stationLog_);
+  record_.windsamples.push(series_.latestSpeed());
+  record_.gustsamples.push(series_.latestGust());
 }
 
 LastHourMaximum StationStatistics::updatemaxgustreadings(const LocalTime& now) {

@@ -40,10 +40,12 @@ class StationStatistics {
   // the data watchdog found the station silent), only set where the
   // minute's rain is counted from.
   void onReading(bool afterSilence = false);
-  // Every tick once readings flow (`Tmainform.onesecondTimer`): the sample
-  // rings, the minute's wind accumulators and today's extremes.
+  // Every tick once readings flow (`Tmainform.onesecondTimer`): the minute's
+  // wind accumulators and today's extremes.
   void onesecondTimer(const LocalTime& now);
   void updateRainRate(const LocalTime& now);
+  // The spike filter, and the one-second samples of the minute log's wind
+  // and gust taken from what it accepted.
   void rollthedata();
   LastHourMaximum updatemaxgustreadings(const LocalTime& now);
   void minuteWind();

@@ -170,6 +170,25 @@ TEST_F(BadReadings, WordsOutOfRangeWithAGoodCrcNeverReachTheLog) {
   }
 }
 
+// A steady 5 mph with one 40 mph sample: the spike filter refuses it, and the
+// minute log's wind and gust are those it kept.
+TEST_F(BadReadings, AGustTheSpikeFilterRefusedIsNotLogged) {
+  run(kStart, 15 * 60, [](SystemTime due, Packet packet) {
+    const bool spike = due >= kStart + 10min + 20s && due < kStart + 10min + 22s;
+    packet[14] = spike ? 40 : 5;
+  });
+
+  EXPECT_NE(readText(folder / "logfiles" / "stationlog.txt").find("inc gust spike count"), std::string::npos);
+  const auto lines = logLines();
+  ASSERT_EQ(lines.size(), 16u);
+  // The first minute's samples, and a few of the second's, are from before the first reading.
+  for (std::size_t i = 2; i < lines.size(); ++i) {
+    const auto& [minute, fields] = lines[i];
+    EXPECT_EQ(fields[kWind], "4.3") << minute;
+    EXPECT_EQ(fields[kGust], "4.3") << minute;
+  }
+}
+
 // The console's year rain stays at 50 clicks (12.7 mm) but for one rise of two
 // clicks at 10:15:30: the minute's rain is 0 on every line but 10:16, the
 // first lines after the start and after the restart (at 10:10:30) included.
