@@ -54,6 +54,7 @@ sim::ConsoleOptions consoleOptions(const DemoOptions& options) {
   console.faults.badCrcRate = options.faults.rate;
   console.faults.splitRate = options.faults.rate;
   console.faults.garbageRate = options.faults.rate;
+  console.rewrite = options.rewrite;
   return console;
 }
 

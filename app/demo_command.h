@@ -15,6 +15,7 @@
 
 #include "app/run_command.h"
 #include "core/clock.h"
+#include "tools/vantage_sim/console.h"
 
 namespace nimbrel {
 
@@ -33,6 +34,7 @@ struct DemoOptions {
   std::uint64_t seed = 1;               // the simulated weather's and faults' seed
   DemoFaults faults;
   std::filesystem::path recordFile;  // when set: one JSON line per LOOP packet the console sent
+  sim::PacketRewrite rewrite;        // for tests: packets the console changes before sending
 };
 
 int runDemo(const DemoOptions& options, std::FILE* out);

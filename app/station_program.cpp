@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 #include "core/duty.h"
 #include "core/exit_flags.h"
 #include "processing/cycle/cycle_wiring.h"
@@ -47,7 +49,7 @@ void StationProgram::start() {
   clearCompanionExitFlags(stores_.registry);
   const LocalTime now = clock_.local();
   lastTick_ = now;
-  statistics_.load(now);
+  for (const std::string& message : statistics_.load(now)) errorLog_.write(message);
   runDutyWithMessage(errorLog_, "error with house keeping ", [&] { housekeeping_.resetOnStart(now); });
   dataFiles_.resumeAfterLogged(now);
   if (station_.code == stationtype::none) {
@@ -84,12 +86,12 @@ std::unique_ptr<ByteLink> StationProgram::configuredLink() {
 // The per-reading routine: a decoded record has arrived.
 void StationProgram::onReading() {
   cycleState_.reading_received = true;
-  statistics_.onReading();
+  statistics_.onReading(std::exchange(receive_.stationSilent, false));
 }
 
 void StationProgram::wireCycle() {
   attachStatistics(cycle_, statistics_, cycleState_, receive_, station_.code, lastTick_);
-  dataFiles_.attach(cycle_, lastTick_, receive_.processData);
+  dataFiles_.attach(cycle_, lastTick_, receive_);
   cycle_.firstHalf.stationPolling.run = [this] {
     if (vantage_) vantage_->poll(lastTick_);
   };

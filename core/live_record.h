@@ -71,6 +71,7 @@ struct LiveRecord {
   double windspeed = 0;
   double windgust = 0;
   std::uint16_t winddir = 0;
+  // The one-second samples the spike filter accepted, for the minute log.
   SampleRing<60> windsamples;
   SampleRing<60> gustsamples;
 

@@ -1,5 +1,7 @@
 #include "datafiles/data_file_writers.h"
 
+#include <fmt/format.h>
+
 #include <tuple>
 
 #include "core/settings_store.h"
@@ -10,6 +12,7 @@
 #include "datafiles/monthly_log_reader.h"
 #include "processing/cycle/main_cycle.h"
 #include "processing/statistics/station_statistics.h"
+#include "stations/data_watchdog.h"
 
 namespace nimbrel {
 namespace {
@@ -27,21 +30,22 @@ DataFileWriters::DataFileWriters(DataFileParts parts)
       clientrawOptions_(readClientrawOptions(parts_.mainSettings, parts_.rainRatePerHour)),
       clientrawInterval_(clientrawOptions_.intervalSeconds) {}
 
-void DataFileWriters::attach(MainCycle& cycle, const LocalTime& now, const bool& dataComplete) {
+void DataFileWriters::attach(MainCycle& cycle, const LocalTime& now, const ReceiveState& receive) {
+  receive_ = &receive;
   auto& minute = cycle.minutePass;
-  minute.logfile.run = [this, &now, &dataComplete] {
-    if (!dataComplete || !logsDue(now)) return;
+  minute.logfile.run = [this, &now] {
+    if (!minuteLogsWanted(now)) return;
     LogSinks sinks{status_, parts_.errorLog, parts_.diagnostics};
     const LogfileResult result = logfile(parts_.record, callFor(now), logOptions_, parts_.mainSettings, sinks);
     if (result.written) lastLogFile_ = result.file;
   };
-  minute.csvLogfile.run = [this, &now, &dataComplete] {
-    if (dataComplete && logsDue(now)) minuteLogs(now);
+  minute.csvLogfile.run = [this, &now] {
+    if (minuteLogsWanted(now)) minuteLogs(now);
   };
   // The last log of the minute: then this minute's rain counter becomes the
   // previous minute's.
-  minute.logTenMinutes.run = [this, &now, &dataComplete] {
-    if (dataComplete && logsDue(now)) {
+  minute.logTenMinutes.run = [this, &now] {
+    if (minuteLogsWanted(now)) {
       LogSinks sinks{status_, parts_.errorLog, parts_.diagnostics};
       logfileten(parts_.record, callFor(now), logOptions_, sinks);
     }
@@ -72,6 +76,20 @@ bool DataFileWriters::logsDue(const LocalTime& now) {
   if (minuteOrder(time) <= minuteOrder(*loggedThrough_)) return false;
   loggedThrough_.reset();  // past the logged minutes: from now on every minute is new
   return true;
+}
+
+bool DataFileWriters::readingsAreNew(const LocalTime& now) {
+  const bool silent = receive_->stationSilent;
+  if (silent == silenceReported_) return !silent;
+  silenceReported_ = silent;
+  if (silent)
+    parts_.errorLog.write(fmt::format("no data from the station for more than {} seconds: the minutes are not "
+                                      "logged until it sends again",
+                                      kNoDataTickLimit));
+  else
+    parts_.errorLog.write(fmt::format("the station sends again: logging goes on from {:02}:{:02}", now.hour,
+                                      now.minute));
+  return !silent;
 }
 
 LogCall DataFileWriters::callFor(const LocalTime& now) const {

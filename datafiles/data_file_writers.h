@@ -14,6 +14,7 @@
 #include "datafiles/clientraw_settings.h"
 #include "datafiles/log_append.h"
 #include "datafiles/log_context.h"
+#include "stations/receive_state.h"
 
 namespace nimbrel {
 
@@ -41,8 +42,11 @@ class DataFileWriters {
   explicit DataFileWriters(DataFileParts parts);
 
   // Fills the cycle's slots. `now` is the time of the present tick;
-  // `dataComplete` the data watchdog's verdict (nothing is logged before it).
-  void attach(MainCycle& cycle, const LocalTime& now, const bool& dataComplete);
+  // `receive` holds the data watchdog's verdicts: nothing is logged before
+  // the data are complete, nor while the station is silent (its readings are
+  // then the last it sent, and a line of them would be made up). The error
+  // log says once when the silence stops the logs and once when they go on.
+  void attach(MainCycle& cycle, const LocalTime& now, const ReceiveState& receive);
 
   // At start: the minutes up to the monthly log's last line are logged
   // already. A program started again from a moment before that (a minute
@@ -59,10 +63,17 @@ class DataFileWriters {
   std::optional<ReadingTime> lastLoggedAround(const LocalTime& now) const;
   // Whether the minute of `now` still needs its log lines.
   bool logsDue(const LocalTime& now);
+  // Whether the station's readings may be logged now.
+  bool readingsAreNew(const LocalTime& now);
+  bool minuteLogsWanted(const LocalTime& now) {
+    return receive_->processData && readingsAreNew(now) && logsDue(now);
+  }
   void minuteLogs(const LocalTime& now);
   void clientraw(const LocalTime& now);
 
   DataFileParts parts_;
+  const ReceiveState* receive_ = nullptr;  // set by attach
+  bool silenceReported_ = false;
   LogOptions logOptions_;
   ClientrawOptions clientrawOptions_;
   ClientrawInterval clientrawInterval_;

@@ -56,6 +56,7 @@ void Timer2Timer(ReceiveState& s, const WatchdogInputs& in) {
   if (alwaysComplete || (type == 26 && in.oneWireReadFinished)) markComplete(s);
   if (type == 1 && noneOfFirstFour(s) && s.groupFlags[4]) ++s.noDataTicks;
 
+  if (s.noDataTicks > kNoDataTickLimit) s.stationSilent = true;
   if (s.noDataTicks > kNoDataTickLimit && !s.busy && !s.onceOnlyReset) {
     if (wmr) {
       s.onceOnlyReset = true;

@@ -2,7 +2,9 @@
 // The data watchdog, run once per tick: decides when the readings of the
 // station are complete enough for the cycle to take them (the process-data
 // flag), counts ticks without data, and treats a station whose data stopped
-// for more than 150 ticks as complete so the cycle goes on.
+// for more than 150 ticks as complete so the cycle goes on. It then also
+// marks the station silent (`stationSilent`) until the next reading, so that
+// the old readings are not logged as new ones.
 //
 // Station types 1 (WM918), 3 (WMR918) and 8 (WMR968) send their sensors in
 // separate groups; a set is complete when the group flags say so.

@@ -30,6 +30,9 @@ struct ReceiveState {
   // Data watchdog (packet groups of the WM918 family, completeness).
   std::array<bool, 5> groupFlags{};
   bool processData = false;  // the cycle takes the present readings as new
+  // The watchdog found more than 150 ticks without data; the next reading
+  // clears it. While it is set the readings are old, and nothing logs them.
+  bool stationSilent = false;
   bool hold = false;
   bool busy = false;
   bool onceOnlyReset = false;

@@ -29,6 +29,7 @@ namespace {
 constexpr int kHeaderBytes = 3;
 constexpr std::size_t kLoopFrameBytesAfterHeader = 96;  // byte 3 ... the CRC
 constexpr int kNoAbsentValue = -1;
+constexpr int kMaxWindDirection = 360;
 constexpr double kHPaPerThousandthInHg = 33.864 / 1000.0;
 constexpr double kMphPerKnot = 1.15;
 constexpr double kMmPerInch = 25.4;
@@ -40,7 +41,11 @@ struct LoopField {
   const char* name;
   int offset;  // packet offset
   Width width;
-  int absent;  // raw value of a missing sensor, or kNoAbsentValue
+  // The console's "no sensor" mark (dash value) of the field, or
+  // kNoAbsentValue: 0x7FFF for a 16-bit temperature or the solar sensor,
+  // 255 for a one-byte sensor, 0 for a wind vane with no data, 0xFFFF for no
+  // storm. A field that carries its mark is no reading and keeps its value.
+  int absent;
   Group group;
   double (*convert)(int raw, const VantageOptions&);
   bool (*accept)(int raw, double value, const VantageOptions&);  // nullptr: always
@@ -92,6 +97,8 @@ double forecastIcon(int, const VantageOptions&) { return 4; }
 // Acceptance tests.
 bool insideTempInRange(int, double v, const VantageOptions&) { return v > -50 && v < 60; }
 bool humidityValid(int raw, double, const VantageOptions&) { return raw < 101; }
+// 1-360 degrees, 360 being north.
+bool directionValid(int raw, double, const VantageOptions&) { return raw <= kMaxWindDirection; }
 bool rainRateInRange(int, double v, const VantageOptions&) { return v >= 0 && v < 600; }
 bool solarWanted(int, double, const VantageOptions& o) { return !o.solarOff; }
 bool etInRange(int, double v, const VantageOptions&) { return v < 100; }
@@ -103,15 +110,15 @@ using U16 = std::uint16_t;
 constexpr std::array kLoopFields = std::to_array<LoopField>({
     {"barometer", 7, Width::Word, kNoAbsentValue, Group::Always, barometerHPa, nullptr,
      [](LiveRecord& r, double v) { r.barometer = v; }},
-    {"intemp", 9, Width::Word, kNoAbsentValue, Group::Always, insideTemp, insideTempInRange,
+    {"intemp", 9, Width::Word, 0x7FFF, Group::Always, insideTemp, insideTempInRange,
      [](LiveRecord& r, double v) { r.intemp = v; }},
-    {"inhum", 11, Width::Byte, kNoAbsentValue, Group::Always, insideHum, nullptr,
+    {"inhum", 11, Width::Byte, 255, Group::Always, insideHum, nullptr,
      [](LiveRecord& r, double v) { r.inhum = static_cast<U16>(std::clamp(v, 0.0, 100.0)); }},
-    {"outtemp", 12, Width::Word, kNoAbsentValue, Group::Always, outsideTemp, nullptr,
+    {"outtemp", 12, Width::Word, 0x7FFF, Group::Always, outsideTemp, nullptr,
      [](LiveRecord& r, double v) { r.outtemp = v; }},
     {"windspeed", 14, Width::Byte, kNoAbsentValue, Group::Always, windKnots, nullptr,
      [](LiveRecord& r, double v) { r.windspeed = v; }},
-    {"winddir", 16, Width::Word, kNoAbsentValue, Group::Always, asIs, nullptr,
+    {"winddir", 16, Width::Word, 0, Group::Always, asIs, directionValid,
      [](LiveRecord& r, double v) { r.winddir = static_cast<U16>(v); }},
     {"extratemp1", 18, Width::Byte, 255, Group::ExtraSensors, extraTemp<1>, nullptr,
      [](LiveRecord& r, double v) { r.extratemp[1] = v; }},

@@ -1,5 +1,7 @@
 #include "processing/records/record_book.h"
 
+#include <fmt/format.h>
+
 #include <cmath>
 #include <stdexcept>
 
@@ -7,6 +9,35 @@
 
 namespace nimbrel {
 namespace {
+
+// Wind chill in a gale at the coldest air, the dew point of dry frost and the
+// heat index of humid heat lie beyond the air's own range, but not this far.
+constexpr double kDerivedTemperatureMargin = 50;
+
+struct Bounds {
+  double min = 0;
+  double max = 0;
+  std::string_view names;  // the limits' keys, for the message
+};
+
+std::optional<Bounds> boundsOf(RecordBound bound, const AbsoluteLimits& l) {
+  switch (bound) {
+    case RecordBound::Temperature:
+      return Bounds{static_cast<double>(l.minTemp), static_cast<double>(l.maxTemp), "\"min temp\" to \"max temp\""};
+    case RecordBound::DerivedTemperature:
+      return Bounds{l.minTemp - kDerivedTemperatureMargin, l.maxTemp + kDerivedTemperatureMargin,
+                    "\"min temp\" to \"max temp\" and the margin of a derived temperature"};
+    case RecordBound::Humidity:
+      return Bounds{static_cast<double>(l.minHum), static_cast<double>(l.maxHum), "\"min hum\" to \"max hum\""};
+    case RecordBound::Barometer:
+      return Bounds{static_cast<double>(l.minBaro), static_cast<double>(l.maxBaro), "\"min baro\" to \"max baro\""};
+    case RecordBound::Wind:
+      return Bounds{0, static_cast<double>(l.maxSpeed), "0 to \"max speed\""};
+    case RecordBound::None:
+      break;
+  }
+  return std::nullopt;
+}
 
 bool beats(Side side, const std::optional<RecordValue>& present, double value) {
   if (!present) return true;
@@ -51,6 +82,27 @@ void RecordBook::load(const SettingsStore& main) {
   for (RecordSet set : kAllRecordSets)
     for (std::size_t i = 0; i < rows.size(); ++i)
       sets_[index(set)][i] = loaded(main, rows[i], recordSectionName(rows[i], set));
+}
+
+std::vector<std::string> RecordBook::dropImplausible(const AbsoluteLimits& limits) {
+  std::vector<std::string> messages;
+  const auto rows = recordRows();
+  for (RecordSet set : kAllRecordSets)
+    for (std::size_t i = 0; i < rows.size(); ++i) {
+      const std::optional<Bounds> bounds = boundsOf(rows[i].bound, limits);
+      HeldRecord& held = sets_[index(set)][i];
+      if (!bounds || !held.present) continue;
+      const double value = held.present->value;
+      if (value >= bounds->min && value <= bounds->max) continue;
+      messages.push_back(fmt::format(
+          "the stored record [{}] {} = {:.1f} lies outside {:g} to {:g} ({} of section \"New readings limits\"); "
+          "it is not used as the record to beat, and the next reading sets the record",
+          recordSectionName(rows[i], set), kRecordValuesKey, value, bounds->min, bounds->max, bounds->names));
+      held.present.reset();
+      held.direction.reset();
+      ++version_;
+    }
+  return messages;
 }
 
 void RecordBook::compare(const LiveRecord& record, const LocalTime& now, std::optional<double> tenMinuteAverage) {

@@ -27,6 +27,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -35,6 +36,7 @@
 #include "core/settings_store.h"
 #include "processing/records/record_text.h"
 #include "processing/records/records.h"
+#include "processing/validation/absolute_limits.h"
 
 namespace nimbrel {
 
@@ -51,6 +53,12 @@ class RecordBook {
   // Start: every set from the main settings; a missing or unreadable entry
   // is no record.
   void load(const SettingsStore& main);
+
+  // After load: forgets each present record outside the absolute limits
+  // (records.h, RecordBound), so that it is not the one to beat and the next
+  // reading sets the record again; the settings keep it until then. Returns
+  // one message for each, naming its section, value and limits.
+  std::vector<std::string> dropImplausible(const AbsoluteLimits& limits);
 
   // `tenMinuteAverage`: pass the 10-minute average wind when the day's
   // highest average is taken from it; otherwise the record's `windspeed`

@@ -22,15 +22,20 @@ constexpr double monthsRain(const LiveRecord& r) { return r.monthlyrain; }
 constexpr auto H = Side::High;
 constexpr auto L = Side::Low;
 
+constexpr auto Air = RecordBound::Temperature;
+constexpr auto Derived = RecordBound::DerivedTemperature;
+
 // Shorthands for the kinds of row.
-constexpr RecordRow followed(std::string_view name, Side side, double (*reading)(const LiveRecord&)) {
-  return {name, side, reading};
+constexpr RecordRow followed(std::string_view name, Side side, double (*reading)(const LiveRecord&),
+                             RecordBound bound) {
+  return {name, side, reading, false, false, false, false, bound};
 }
-constexpr RecordRow zeroIgnored(std::string_view name, Side side, double (*reading)(const LiveRecord&)) {
-  return {name, side, reading, true};
+constexpr RecordRow zeroIgnored(std::string_view name, Side side, double (*reading)(const LiveRecord&),
+                                RecordBound bound = RecordBound::None) {
+  return {name, side, reading, true, false, false, false, bound};
 }
 constexpr RecordRow wind(std::string_view name, double (*reading)(const LiveRecord&), bool average) {
-  return {name, H, reading, true, true, average};
+  return {name, H, reading, true, true, average, false, RecordBound::Wind};
 }
 constexpr bool endsInDigit(std::string_view name) { return !name.empty() && name.back() >= '0' && name.back() <= '9'; }
 constexpr RecordRow notYet(std::string_view name, Side side) {
@@ -39,28 +44,28 @@ constexpr RecordRow notYet(std::string_view name, Side side) {
 constexpr RecordRow dayCount(std::string_view name) { return {name, H, nullptr, false, false, false, true}; }
 
 constexpr std::array<RecordRow, 48> kRows{{
-    followed("Record high temperature", H, outdoorTemp),
-    followed("Record low temperature", L, outdoorTemp),
+    followed("Record high temperature", H, outdoorTemp, Air),
+    followed("Record low temperature", L, outdoorTemp, Air),
     wind("Record high gust", gust, false),
     zeroIgnored("Record high rain rate", H, rainRate),
-    zeroIgnored("Record low barometer", L, barometer),
-    zeroIgnored("Record high barometer", H, barometer),
+    zeroIgnored("Record low barometer", L, barometer, RecordBound::Barometer),
+    zeroIgnored("Record high barometer", H, barometer, RecordBound::Barometer),
     zeroIgnored("Record daily rain", H, todaysRain),
     notYet("Record rain last hour", H),
     wind("Record high average", averageWind, true),
     notYet("Record high soil", H),
     notYet("Record low soil", L),
-    followed("Record low windchill", L, windChill),
+    followed("Record low windchill", L, windChill, Derived),
     notYet("Record hot day", H),
     notYet("Record cold night", L),
     notYet("Record cold day", L),
     notYet("Record warm night", H),
-    followed("Record high heat index", H, heatIndex),
+    followed("Record high heat index", H, heatIndex, Derived),
     notYet("Record low grass", L),
-    followed("Record high dew", H, dewPoint),
-    followed("Record low dew", L, dewPoint),
-    zeroIgnored("Record high hum", H, outdoorHumidity),
-    zeroIgnored("Record low hum", L, outdoorHumidity),
+    followed("Record high dew", H, dewPoint, Derived),
+    followed("Record low dew", L, dewPoint, Derived),
+    zeroIgnored("Record high hum", H, outdoorHumidity, RecordBound::Humidity),
+    zeroIgnored("Record low hum", L, outdoorHumidity, RecordBound::Humidity),
     zeroIgnored("Record high solar", H, solar),
     zeroIgnored("Record high uv", H, uvIndex),
     notYet("Record high thsw", H),

@@ -39,6 +39,17 @@ inline constexpr std::size_t kRecordSets = 3;
 inline constexpr std::array<RecordSet, kRecordSets> kAllRecordSets{RecordSet::AllTime, RecordSet::ThisMonth,
                                                                   RecordSet::ThisYear};
 
+// The absolute limits ("New readings limits") a stored record must lie within
+// to be believed when it is read at start.
+enum class RecordBound {
+  None,                // no limit: rain, sun
+  Temperature,         // "min temp" to "max temp"
+  DerivedTemperature,  // the same widened: wind chill, dew point, heat index
+  Humidity,            // "min hum" to "max hum"
+  Barometer,           // "min baro" to "max baro"
+  Wind,                // 0 to "max speed"
+};
+
 struct RecordRow {
   std::string_view name;  // the all-time section name
   Side side;
@@ -50,6 +61,7 @@ struct RecordRow {
   bool keepsDirection = false;  // gust and average wind also keep the wind direction
   bool averageWind = false;     // takes the 10-minute average when the day's highest average does
   bool blankBeforeSet = false;  // sets 2 and 3 are named "<name> 2", "<name> 3"
+  RecordBound bound = RecordBound::None;
 };
 
 // Every record, in the order of the sections in the settings file.

@@ -22,13 +22,16 @@ StationStatistics::StationStatistics(LiveRecord& record, SettingsStore& mainSett
       stationLog_(stationLog),
       limits_(readAbsoluteLimits(mainSettings)),
       series_(readSpikeLimits(mainSettings)),
-      rain_(stationLog) {}
+      rain_(stationLog),
+      accepted_(record) {}
 
-void StationStatistics::load(const LocalTime& now) {
+std::vector<std::string> StationStatistics::load(const LocalTime& now) {
   extremes_.load(main_);
   rain_.load(main_, record_);
   records_.load(main_);
   checkRecordPeriods(now);
+  accepted_ = record_;
+  return records_.dropImplausible(limits_);
 }
 
 bool StationStatistics::usaTimes() const { return units_.units.date == UnitSystem::usa; }
@@ -38,12 +41,15 @@ std::optional<double> StationStatistics::averageForDailyMax() const {
   return std::nullopt;
 }
 
-void StationStatistics::onReading() {
-  // The first reading has nothing to be compared with.
-  if (accepted_) applyAbsoluteLimits(record_, *accepted_, limits_);
+void StationStatistics::onReading(bool afterSilence) {
+  applyAbsoluteLimits(record_, accepted_, limits_);
+  // The station's counter may have risen while the program was off or the
+  // station silent: that rain goes to the totals, not to this one minute.
+  if (!readingSeen_ || afterSilence) record_.raincounterprev = record_.raincounter;
   rain_.addCounterReading(record_.raincounter, record_, limits_.maxRainSpike);
   derive();
   accepted_ = record_;
+  readingSeen_ = true;
 }
 
 void StationStatistics::derive() {
@@ -54,8 +60,6 @@ void StationStatistics::derive() {
 }
 
 void StationStatistics::onesecondTimer(const LocalTime& now) {
-  record_.windsamples.push(record_.windspeed);
-  record_.gustsamples.push(record_.windgust);
   lastHourWind_.noteReading(record_.windspeed, record_.windgust);
   extremes_.check_data(record_, now, usaTimes(), main_, averageForDailyMax());
   records_.compare(record_, now, averageForDailyMax());
@@ -66,9 +70,12 @@ void StationStatistics::updateRainRate(const LocalTime& now) {
   record_.maxrainrate = rain_.maxRainRate();
 }
 
-// The short-term rain series holds the rain of the present minute so far.
+// The short-term rain series holds the rain of the present minute so far. A
+// refused spike repeats the last accepted sample in the minute log as well.
 void StationStatistics::rollthedata() {
   series_.rollthedata(record_, record_.raincounter - record_.raincounterprev, stationLog_);
+  record_.windsamples.push(series_.latestSpeed());
+  record_.gustsamples.push(series_.latestGust());
 }
 
 LastHourMaximum StationStatistics::updatemaxgustreadings(const LocalTime& now) {
@@ -112,8 +119,8 @@ void StationStatistics::checkRecordPeriods(const LocalTime& now) {
 // The console's own daily high gust; it waits for the first reading, so that
 // the other quantities compared alongside it are real.
 void StationStatistics::raiseHighGust(double knots, const LocalTime& now) {
-  if (!accepted_) return;
-  LiveRecord withConsoleHigh = *accepted_;
+  if (!readingSeen_) return;
+  LiveRecord withConsoleHigh = accepted_;
   withConsoleHigh.windgust = knots;
   extremes_.check_data(withConsoleHigh, now, usaTimes(), main_, averageForDailyMax());
 }

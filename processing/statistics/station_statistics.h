@@ -6,6 +6,8 @@
 // settings it persists to are the main settings.
 
 #include <optional>
+#include <string>
+#include <vector>
 
 #include "core/clock.h"
 #include "core/live_record.h"
@@ -29,14 +31,21 @@ class StationStatistics {
   StationStatistics(LiveRecord& record, SettingsStore& mainSettings, const UnitSettings& units,
                     TextLog& stationLog);
 
-  // Start: today's extremes and the rain storage.
-  void load(const LocalTime& now);
-  // A decoded reading: limits, rain counter, derived quantities.
-  void onReading();
-  // Every tick once readings flow (`Tmainform.onesecondTimer`): the sample
-  // rings, the minute's wind accumulators and today's extremes.
+  // Start: today's extremes, the rain storage and the records. Returns one
+  // message for each stored record that lies outside the absolute limits:
+  // such a record is not kept as the one to beat.
+  std::vector<std::string> load(const LocalTime& now);
+  // A decoded reading: limits, rain counter, derived quantities. The first
+  // reading after the start, and one with `afterSilence` (the first since
+  // the data watchdog found the station silent), only set where the
+  // minute's rain is counted from.
+  void onReading(bool afterSilence = false);
+  // Every tick once readings flow (`Tmainform.onesecondTimer`): the minute's
+  // wind accumulators and today's extremes.
   void onesecondTimer(const LocalTime& now);
   void updateRainRate(const LocalTime& now);
+  // The spike filter, and the one-second samples of the minute log's wind
+  // and gust taken from what it accepted.
   void rollthedata();
   LastHourMaximum updatemaxgustreadings(const LocalTime& now);
   void minuteWind();
@@ -77,7 +86,8 @@ class StationStatistics {
   RainTotals rain_;
   RecordBook records_;
   std::optional<std::uint64_t> savedRecordsVersion_;  // the records' version last written
-  std::optional<LiveRecord> accepted_;  // the last reading that passed the limits
+  LiveRecord accepted_;  // the last reading that passed the limits; before it, the starting values
+  bool readingSeen_ = false;
 };
 
 }  // namespace nimbrel

@@ -8,6 +8,7 @@ namespace nimbrel {
 namespace {
 
 constexpr std::string_view kLimitsSection = "New readings limits";
+constexpr std::uint16_t kMaxDirection = 360;  // degrees; 360 is north as well as 0
 
 std::int16_t readLimit(FieldLoader& loader, std::string_view key, std::int16_t fallback) {
   int value = fallback;
@@ -43,10 +44,12 @@ AbsoluteLimits readAbsoluteLimits(const SettingsStore& settings) {
   limits.maxIndoorTemp = readLimit(loader, "max indoor temp", d.maxIndoorTemp);
   limits.minIndoorTemp = readLimit(loader, "min indoor temp", d.minIndoorTemp);
   limits.minBaro = readLimit(loader, "min baro", d.minBaro);
+  limits.maxBaro = readLimit(loader, "max baro", d.maxBaro);
   limits.maxSpeed = readLimit(loader, "max speed", d.maxSpeed);
   keepOrderedPair(limits.minHum, limits.maxHum, d.minHum, d.maxHum);
   keepOrderedPair(limits.minTemp, limits.maxTemp, d.minTemp, d.maxTemp);
   keepOrderedPair(limits.minIndoorTemp, limits.maxIndoorTemp, d.minIndoorTemp, d.maxIndoorTemp);
+  keepOrderedPair(limits.minBaro, limits.maxBaro, d.minBaro, d.maxBaro);
   return limits;
 }
 
@@ -55,9 +58,10 @@ void applyAbsoluteLimits(LiveRecord& incoming, const LiveRecord& previous, const
   restoreUnless(inside(incoming.intemp, limits.minIndoorTemp, limits.maxIndoorTemp), incoming.intemp,
                 previous.intemp);
   restoreUnless(inside(incoming.outhum, limits.minHum, limits.maxHum), incoming.outhum, previous.outhum);
-  restoreUnless(incoming.barometer >= limits.minBaro, incoming.barometer, previous.barometer);
+  restoreUnless(inside(incoming.barometer, limits.minBaro, limits.maxBaro), incoming.barometer, previous.barometer);
   restoreUnless(incoming.windspeed <= limits.maxSpeed, incoming.windspeed, previous.windspeed);
   restoreUnless(incoming.windgust <= limits.maxSpeed, incoming.windgust, previous.windgust);
+  restoreUnless(incoming.winddir <= kMaxDirection, incoming.winddir, previous.winddir);
 }
 
 }  // namespace nimbrel

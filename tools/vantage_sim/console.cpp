@@ -180,6 +180,10 @@ void Console::sendLoopPacket(SystemTime due) {
   ConsoleReading reading = model_.reading();
   reading.nextArchiveRecord = static_cast<std::uint16_t>(((due - start_) / kArchiveInterval) % kArchivePages);
   LoopPacket packet = encodeLoopPacket(reading, options_.revb);
+  if (options_.rewrite) {
+    options_.rewrite(due, packet);
+    appendCrc(packet);
+  }
 
   const FaultSettings& faults = options_.faults;
   const bool corrupted = dice_.roll(faults.badCrcRate);

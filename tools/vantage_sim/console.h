@@ -37,6 +37,12 @@ inline constexpr std::uint8_t kNak = 0x15;
 inline constexpr std::uint8_t kStationTypeVantagePro = 16;
 inline constexpr std::uint8_t kStationTypeVue = 17;
 
+// Changes a LOOP packet before it goes out (a console with a missing sensor,
+// or words out of range); `due` is the program time the packet is due. The
+// console then computes the packet's CRC again, so the change is what a
+// console would send.
+using PacketRewrite = std::function<void(SystemTime due, std::span<std::uint8_t> packet)>;
+
 struct ConsoleOptions {
   bool revb = false;  // byte 3 of a LOOP packet is the barometer trend, not 'P'
   std::uint8_t stationType = kStationTypeVantagePro;
@@ -44,9 +50,11 @@ struct ConsoleOptions {
   WeatherModelOptions weather;  // its own seed is replaced by `seed`
   FaultSettings faults;
   std::size_t sentHistory = 1000;  // LOOP packets kept for `sent()`
+  PacketRewrite rewrite;  // empty: packets as the weather model makes them
 };
 
-// What went out in one LOOP packet, for comparing with what a program decoded.
+// What went out in one LOOP packet, for comparing with what a program decoded
+// (`reading` is the weather model's, before any rewrite).
 struct SentPacket {
   std::uint64_t sequence = 0;  // 1 for the first packet since start
   SystemTime time;             // program time the packet was due
