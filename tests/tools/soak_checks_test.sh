@@ -40,19 +40,24 @@ expect "program seconds and clicks" "2.000 0|999.000 3|1000.000 4|1099.000 5|110
 expect "the packets into the cut and the rain across it" "2 packets sent into the cut cable; rain between the packets either side of it: 4 clicks" \
   "$(grep -o '2 packets.*' "$work/summary.txt")"
 
-# --- the error log: the cuts and nothing else ---------------------------------
+# --- the error log: the cuts, the silences and nothing else --------------------
 lost="connection to the simulated console lost: the simulated cable was cut"
+silent="no data from the station for more than 30 seconds: the minutes are not logged until it sends again"
 connected="connected to the simulated console"
+again="the station sends again: logging goes on from"
+cut_options=(-v cut_every=1000 -v cut_for=100 -v silent_after=30 -v notice=60)
 errorlog_check() {  # errorlog_check FILE: pass or fail for a run of 2500 s with cuts at 1000 and 2000 s
-  verdict times_awk -f "$here/errorlog.awk" -v start="$start" -v run_for=2500 -v cut_every=1000 -v cut_for=100 \
-    -v notice=60 "$1"
+  verdict times_awk -f "$here/errorlog.awk" -v start="$start" -v run_for=2500 "${cut_options[@]}" "$1"
 }
-printf '%s\r\n' "2026-07-02 00:06:40 $lost" "2026-07-02 00:08:21 $connected" \
-  "2026-07-02 00:23:20 $lost" "2026-07-02 00:25:00 $connected" > "$work/errors.txt"
-expect "two cuts and their ends" pass "$(errorlog_check "$work/errors.txt")"
+printf '%s\r\n' "2026-07-02 00:06:40 $lost" "2026-07-02 00:07:30 $silent" "2026-07-02 00:08:21 $connected" \
+  "2026-07-02 00:08:40 $again 00:09" "2026-07-02 00:23:20 $lost" "2026-07-02 00:24:00 $silent" \
+  "2026-07-02 00:25:00 $connected" "2026-07-02 00:25:30 $again 00:26" > "$work/errors.txt"
+expect "two cuts, their silences and their ends" pass "$(errorlog_check "$work/errors.txt")"
+sed '2d' "$work/errors.txt" > "$work/unsaid.txt"
+expect "a silence not said" fail "$(errorlog_check "$work/unsaid.txt")"
 sed '2a 2026-07-02 00:10:00 cannot write the monthly log' "$work/errors.txt" > "$work/unexpected.txt"
 expect "an unexpected line" fail "$(errorlog_check "$work/unexpected.txt")"
-head -3 "$work/errors.txt" > "$work/unended.txt"
+head -5 "$work/errors.txt" > "$work/unended.txt"
 expect "a cut's end missing" fail "$(errorlog_check "$work/unended.txt")"
 sed 's/00:08:21/00:09:50/' "$work/errors.txt" > "$work/late.txt"
 expect "an end logged long after the cut" fail "$(errorlog_check "$work/late.txt")"
@@ -67,9 +72,17 @@ log_minutes() {  # log_minutes COUNT: lines for that many minutes from the start
     }
   }'
 }
-minutes_check() { verdict times_awk -f "$here/minutes.awk" -v start="$start" -v minutes=120 "$1"; }
+# Cuts at 3000 and 6000 s: silences from 3030 to 3160 and 6030 to 6160 s.
+minutes_check() {
+  verdict times_awk -f "$here/minutes.awk" -v start="$start" -v minutes=120 -v cut_every=3000 -v cut_for=100 \
+    -v silent_after=30 -v notice=60 "$1"
+}
 log_minutes 120 > "$work/whole.txt"
 expect "every minute once" pass "$(minutes_check "$work/whole.txt")"
+grep -v '^ 2  7 2026  0 41 ' "$work/whole.txt" > "$work/silence.txt"
+expect "a minute of a silence not logged" pass "$(minutes_check "$work/silence.txt")"
+grep -v '^ 2  7 2026  0 40 ' "$work/whole.txt" > "$work/before-silence.txt"
+expect "a minute of a cut before its silence missing" fail "$(minutes_check "$work/before-silence.txt")"
 grep -v '^ 2  7 2026  1  5 ' "$work/whole.txt" > "$work/gap.txt"
 expect "a minute missing" fail "$(minutes_check "$work/gap.txt")"
 { cat "$work/whole.txt"; grep '^ 2  7 2026  0 30 ' "$work/whole.txt"; } > "$work/twice.txt"

@@ -39,7 +39,8 @@ run_for=$((600 + days * 86400 + 120))
 seed=2026
 cut_every=172800 cut_for=600              # program seconds, counted from the start
 fault_rate=0.03
-notice=60                                 # seconds in which a cut and its end must reach the error log
+notice=90                                 # seconds in which a cut, the silence and their ends must reach the error log
+silent_after=150                          # seconds without data after which the program stops logging minutes
 rain_edge=20                              # seconds at the run's ends in which a bucket tip may count or not
 click_mm=0.254                            # "vp rain clicks per inch" left at 100
 memory_margin_kb=256
@@ -130,7 +131,7 @@ check_clean_end() {
   errors=$(or_empty "$station/programerrorlog.txt")  # made at the first error
   [ "$program_status" -eq 0 ] || ok=1
   details=$(soak_awk -f "$here/errorlog.awk" -v start="$start" -v run_for="$run_for" -v cut_every="$cut_every" \
-    -v cut_for="$cut_for" -v notice="$notice" "$errors") || ok=1
+    -v cut_for="$cut_for" -v silent_after="$silent_after" -v notice="$notice" "$errors") || ok=1
   verdict "1 clean end: exit status $program_status, the error log holds the cable's cuts and nothing else" $ok
   echo "$details"
   grep -E 'Command terminated by signal|Command exited' "$dir/time.txt" | sed 's/^\s*/  /' || true
@@ -138,8 +139,9 @@ check_clean_end() {
 
 check_minutes() {
   local ok=0 details minutes=$((run_for / 60 + 1))
-  details=$(soak_awk -f "$here/minutes.awk" -v start="$start" -v minutes="$minutes" "$(or_empty "$monthly_log")") || ok=1
-  verdict "2 one monthly-log line a minute: $minutes minutes, 23:50 on 1 July to the end, cuts included" $ok
+  details=$(soak_awk -f "$here/minutes.awk" -v start="$start" -v minutes="$minutes" -v cut_every="$cut_every" \
+    -v cut_for="$cut_for" -v silent_after="$silent_after" -v notice="$notice" "$(or_empty "$monthly_log")") || ok=1
+  verdict "2 one monthly-log line a minute: $minutes minutes, 23:50 on 1 July to the end, none while the station is silent" $ok
   echo "$details"
 }
 
