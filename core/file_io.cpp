@@ -77,10 +77,8 @@ bool overwriteFile(const std::filesystem::path& target, std::string_view content
 }
 
 bool appendToFile(const std::filesystem::path& target, std::string_view text, std::string* error) {
-  FilePtr f(std::fopen(target.c_str(), "ab"));
-  if (!f) return fail(error, describe(target, "cannot open"));
-  if (std::fwrite(text.data(), 1, text.size(), f.get()) != text.size() || std::fflush(f.get()) != 0)
-    return fail(error, describe(target, "cannot write"));
+  // Whole or not at all, as every log line.
+  if (!platform::appendWhole(target, {}, text, nullptr)) return fail(error, describe(target, "cannot write"));
   return true;
 }
 

@@ -23,8 +23,10 @@ TEST(LocalTimeText, ParsesAndFormatsTheCommandLineForm) {
   EXPECT_EQ(formatLocalTime(lt), "2026-07-04 13:05:09");
   EXPECT_EQ(lt.weekday, 6);  // a Saturday
   EXPECT_EQ(formatLocalTime(toLocalTime(parsed("2026-07-04 13:05"))), "2026-07-04 13:05:00");
+  // A day the month does not have is refused, not carried into the next month.
+  EXPECT_EQ(formatLocalTime(toLocalTime(parsed("2028-02-29 10:00:00"))), "2028-02-29 10:00:00");
   for (const char* bad : {"", "2026-13-01 00:00:00", "2026-07-04", "2026-07-04 24:00:00", "tomorrow",
-                          "2026-07-04 13:05:09x"})
+                          "2026-07-04 13:05:09x", "2026-02-30 10:00:00", "2026-02-29 10:00:00", "2026-04-31 00:00"})
     EXPECT_FALSE(parseLocalTime(bad)) << bad;
 }
 
