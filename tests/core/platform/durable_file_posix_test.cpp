@@ -24,10 +24,10 @@ TEST(AppendWhole, WritesTheHeaderOnlyIntoAnEmptyFile) {
   EXPECT_EQ(readWholeFile(log).value_or(""), "head\r\none\r\ntwo\r\n");
 }
 
-// A disk that fills up in the middle of a line: the part that went in is
-// taken back, so the next line never starts glued to half of this one. The
-// file size limit stands in for the full disk, in a child process so the
-// limit stays there.
+// A disk that fills up in the middle of a log line (every log appends through
+// appendWithHeader): the part that went in is taken back, so the next line
+// never starts glued to half of this one. The file size limit stands in for
+// the full disk, in a child process so the limit stays there.
 TEST(AppendWhole, ALineThatDoesNotFitIsTakenBackWhole) {
   testsupport::TempFolder dir;
   const auto log = dir / "log.txt";
@@ -39,7 +39,7 @@ TEST(AppendWhole, ALineThatDoesNotFitIsTakenBackWhole) {
     std::signal(SIGXFSZ, SIG_IGN);
     const rlimit limit{before.size() + 10, before.size() + 10};
     setrlimit(RLIMIT_FSIZE, &limit);
-    const bool appended = appendWhole(log, "head\r\n", " 1  7 2026  0 11 17.3  85 14.7 1010.7\r\n", nullptr);
+    const bool appended = appendWithHeader(log, "head\r\n", " 1  7 2026  0 11 17.3  85 14.7 1010.7\r\n");
     _exit(appended ? 2 : 0);
   }
   int status = 0;
@@ -47,7 +47,7 @@ TEST(AppendWhole, ALineThatDoesNotFitIsTakenBackWhole) {
   ASSERT_TRUE(WIFEXITED(status));
   EXPECT_EQ(WEXITSTATUS(status), 0) << "the append did not report the failure";
   EXPECT_EQ(readWholeFile(log).value_or(""), before);
-  ASSERT_TRUE(appendWhole(log, "head\r\n", "next\r\n", nullptr));
+  ASSERT_TRUE(appendWithHeader(log, "head\r\n", "next\r\n"));
   EXPECT_EQ(readWholeFile(log).value_or(""), before + "next\r\n");
 }
 
