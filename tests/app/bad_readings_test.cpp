@@ -8,22 +8,21 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <cstdio>
-#include <fstream>
 #include <sstream>
 #include <string>
 #include <vector>
 
 #include <fmt/format.h>
 
-#include "app/demo_command.h"
-#include "core/ini_store.h"
+#include "support/demo_folder.h"
 #include "support/temp_folder.h"
 
 namespace nimbrel {
 namespace {
 
 using namespace std::chrono_literals;
+using testsupport::fileText;
+using testsupport::occurrences;
 using Packet = std::span<std::uint8_t>;
 
 const SystemTime kStart = parseLocalTime("2026-11-23 10:00:00").value();
@@ -33,54 +32,28 @@ void putWord(Packet packet, std::size_t offset, std::uint16_t value) {
   packet[offset + 1] = static_cast<std::uint8_t>(value >> 8);
 }
 
-std::string readText(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  std::ostringstream text;
-  text << in.rdbuf();
-  return text.str();
-}
-
-std::size_t occurrences(const std::string& text, const std::string& what) {
-  std::size_t count = 0;
-  for (auto at = text.find(what); at != std::string::npos; at = text.find(what, at + 1)) ++count;
-  return count;
-}
-
 // The demo's folder, with settings written before the program starts.
 class BadReadings : public ::testing::Test {
  protected:
-  void setting(std::string_view section, std::string_view key, std::string_view value) {
+  void settings(std::initializer_list<testsupport::StoredEntry> entries) {
     ManualClock clock(kStart);
     ASSERT_EQ(prepareDemoFolder(folder, std::nullopt, clock), "");
-    TextLog log({}, clock);
-    IniStore store(folder / "NIMBREL.INI", log);
-    store.WriteString(section, key, value);
-    ASSERT_TRUE(store.flush());
+    testsupport::writeSettings(folder, entries);
   }
   std::string setting(std::string_view section, std::string_view key) const {
-    ManualClock clock(kStart);
-    TextLog log({}, clock);
-    return IniStore(folder / "NIMBREL.INI", log).ReadString(section, key, "");
+    return testsupport::readSetting(folder, section, key);
   }
 
   // Runs the program from `start` (or where the last run stopped) for `seconds`.
   void run(std::optional<SystemTime> start, double seconds, sim::PacketRewrite rewrite, DemoFaults faults = {}) {
-    DemoOptions options;
-    options.dir = folder;
-    options.start = start;
-    options.speed = ClockSpeed::max();
-    options.runForSeconds = seconds;
-    options.faults = faults;
-    options.rewrite = std::move(rewrite);
-    std::FILE* out = std::tmpfile();
-    ASSERT_EQ(runDemo(options, out), 0);
-    std::fclose(out);
+    const auto run = testsupport::runFastDemo(folder, start, seconds, std::move(rewrite), faults);
+    ASSERT_EQ(run.status, 0) << run.printed;
   }
 
   // The fields of every monthly-log line after the header, by "HH:MM".
   std::vector<std::pair<std::string, std::vector<std::string>>> logLines() const {
     std::vector<std::pair<std::string, std::vector<std::string>>> lines;
-    std::istringstream text(readText(folder / "logfiles" / "112026lg.txt"));
+    std::istringstream text(fileText(folder / "logfiles" / "112026lg.txt"));
     std::string line;
     std::getline(text, line);
     while (std::getline(text, line)) {
@@ -92,7 +65,7 @@ class BadReadings : public ::testing::Test {
     }
     return lines;
   }
-  std::string errorLog() const { return readText(folder / "programerrorlog.txt"); }
+  std::string errorLog() const { return fileText(folder / "programerrorlog.txt"); }
 
   testsupport::TempFolder dir;
   std::filesystem::path folder = dir / "demo";
@@ -106,10 +79,10 @@ double number(const std::string& text) { return std::stod(text); }
 
 TEST_F(BadReadings, AConsoleWithoutOutsideSensorLogsAndKeepsNoRecordsFromItsMark) {
   // Left by an earlier run that took the mark for -1838.3 degrees.
-  setting("Record low temperature", "values", "-18383 2026 11 20 8 0 ");
-  setting("Record low windchill2", "values", "-22648 2026 11 20 8 0 ");
-  setting("Record low dew3", "values", "-21560 2026 11 20 8 0 ");
-  setting("Record high gust", "values", "800 2026 11 20 8 0 ");  // a plausible record stays
+  settings({{"Record low temperature", "values", "-18383 2026 11 20 8 0 "},
+            {"Record low windchill2", "values", "-22648 2026 11 20 8 0 "},
+            {"Record low dew3", "values", "-21560 2026 11 20 8 0 "},
+            {"Record high gust", "values", "800 2026 11 20 8 0 "}});  // a plausible record stays
   run(kStart, 600, [](SystemTime, Packet packet) { putWord(packet, 12, 0x7FFF); });
 
   const auto lines = logLines();
@@ -178,7 +151,7 @@ TEST_F(BadReadings, AGustTheSpikeFilterRefusedIsNotLogged) {
     packet[14] = spike ? 40 : 5;
   });
 
-  EXPECT_NE(readText(folder / "logfiles" / "stationlog.txt").find("inc gust spike count"), std::string::npos);
+  EXPECT_NE(fileText(folder / "logfiles" / "stationlog.txt").find("inc gust spike count"), std::string::npos);
   const auto lines = logLines();
   ASSERT_EQ(lines.size(), 16u);
   // The first minute's samples, and a few of the second's, are from before the first reading.
