@@ -96,15 +96,13 @@ TEST_F(HousekeepingTest, MidnightKeepsTheDayAsYesterdayAndStartsANewOne) {
                        {"Daily high temperature yest", "number2time", "14:00"},
                        {"Daily high temperature yest", "number2actual", "25.5"},
                        {"Daily low temperature yest", "number2time", "05:30"},
-                       {"Daily low humidity yest", "number2", "40"}});
-  expectStored(main_, {{"Daily high average yest", "prevdayrain", "4.2"},
+                       {"Daily low humidity yest", "number2", "40"}, {"Daily high average yest", "prevdayrain", "4.2"},
                        {"Daily high average yest", "prevdayraintime", "00:00"},
                        {"Daily rain for each week day", "wedensday", "4.2"},
-                       {"Daily rain for each week day", "wednesday date", "3/7"}});
+                       {"Daily rain for each week day", "wednesday date", "3/7"}, {"new rain storage", "dailyrain new", "0"},
+                       {"Last max rain rate", "value", "0"}, {"Extreme conditions times", "Max rainrate", ""}});
   EXPECT_EQ(record_.dailyrain, 0);
-  EXPECT_EQ(stored("new rain storage", "dailyrain new"), "0");
   EXPECT_EQ(keeper().maxRainRateText(), "0.0 mm/min (0.0 mm/hr)");
-  expectStored(main_, {{"Last max rain rate", "value", "0"}, {"Extreme conditions times", "Max rainrate", ""}});
   EXPECT_DOUBLE_EQ(record_.monthlyrain, 34.2);  // not a month end
   EXPECT_FALSE(cycle_.noaa_request);
 
@@ -121,8 +119,8 @@ TEST_F(HousekeepingTest, NineAmExtremesAndMidnightRainResetAtTheirOwnHours) {
 
   drive(minuteOf(2024, 7, 3, 23, 55), minuteOf(2024, 7, 4, 8, 59));
   EXPECT_EQ(record_.dailyrain, 0);
-  EXPECT_EQ(stored("Daily rain for each week day", "wednesday date"), "7/3");
-  EXPECT_EQ(stored("Daily high average yest", "prevdayraintime"), "12:00 am");
+  expectStored(main_, {{"Daily rain for each week day", "wednesday date", "7/3"},
+                       {"Daily high average yest", "prevdayraintime", "12:00 am"}});
   EXPECT_EQ(keeper().maxRainRateText(), "0.000 in./min (0.000 in./hr)");
   EXPECT_EQ(extremes_.high(Quantity::Temperature), 18);  // the extremes' day goes on until 9
 
@@ -142,8 +140,8 @@ TEST_F(HousekeepingTest, WithTheNineAmResetAnEmptyRainHourFollowsTheExtremes) {
 
   drive(minuteOf(2024, 7, 4, 9, 0), minuteOf(2024, 7, 4, 9, 0));
   // Away from midnight the rain is filed under the present day.
-  EXPECT_EQ(stored("Daily rain for each week day", "thursday"), "1.5");
-  EXPECT_EQ(stored("Daily rain for each week day", "thursday date"), "4/7");
+  expectStored(main_, {{"Daily rain for each week day", "thursday", "1.5"},
+                       {"Daily rain for each week day", "thursday date", "4/7"}});
   EXPECT_EQ(stationLogCount("daily value"), 2);
 }
 
@@ -159,8 +157,8 @@ TEST_F(HousekeepingTest, RainResetOnFirstOfMarchWritesTwentyEighthOfFebruary) {
   keeper_.reset();
   record_.dailyrain = 3;
   drive(minuteOf(2024, 2, 29, 23, 59), minuteOf(2024, 3, 1, 0, 1));  // leap year: 29 Feb is a Thursday
-  EXPECT_EQ(stored("Daily rain for each week day", "thursday"), "3");
-  EXPECT_EQ(stored("Daily rain for each week day", "thursday date"), "28/2");
+  expectStored(main_, {{"Daily rain for each week day", "thursday", "3"},
+                       {"Daily rain for each week day", "thursday date", "28/2"}});
 }
 
 TEST_F(HousekeepingTest, MonthEndFilesTheMonthAndAsksForTheReports) {
@@ -171,13 +169,12 @@ TEST_F(HousekeepingTest, MonthEndFilesTheMonthAndAsksForTheReports) {
   main_.WriteString("Energy wind", "25 month", "7");
   drive(minuteOf(2024, 4, 30, 23, 58), minuteOf(2024, 5, 1, 0, 3));
 
-  EXPECT_EQ(stored("Rain chart", "Apr "), "48.5");
   EXPECT_EQ(record_.monthlyrain, 0);
-  EXPECT_EQ(stored("new rain storage", "monthlyrain new"), "0");
   EXPECT_EQ(record_.yearlyrain, 300);
   EXPECT_TRUE(cycle_.noaa_request);
   EXPECT_EQ(stationLogCount("resetting month data file house keeping \n"), 1);
-  expectStored(main_, {{"Sunshine hours", "month12", "112.5"}, {"Sunshine hours", "month", "0"},
+  expectStored(main_, {{"Rain chart", "Apr ", "48.5"}, {"new rain storage", "monthlyrain new", "0"},
+                       {"Sunshine hours", "month12", "112.5"}, {"Sunshine hours", "month", "0"},
                        {"Energy wind", "25 month12", "7"}, {"Energy wind", "0 month12", "0"}});
 }
 
@@ -212,8 +209,7 @@ TEST_F(HousekeepingTest, DailyFilesStartAfreshAndTheSettingsAreBackedUpAfterTheR
             "rainlastmin,dailyrain,monthlyrain,yearlyrain,heatindex\r\n");
   EXPECT_EQ(logFile("indoorlog.txt"), "day month year hour minute temperature   humidity\r\n");
   for (const char* emptied : {"lightninglog.txt", "lightninglognexstorm.txt"}) EXPECT_EQ(logFile(emptied), "") << emptied;
-  EXPECT_EQ(stored("FTP error count", "number"), "0");
-  EXPECT_EQ(stored("Total bytes uploaded day", "number"), "0");
+  expectStored(main_, {{"FTP error count", "number", "0"}, {"Total bytes uploaded day", "number", "0"}});
 
   EXPECT_EQ(logFile("ftplog.txt"), "yesterday's lines\r\n");  // its time is 00:16
   drive(minuteOf(2024, 7, 4, 0, 16), minuteOf(2024, 7, 4, 0, 16));
@@ -241,8 +237,8 @@ TEST_F(HousekeepingTest, AMidnightWithoutAMinutePassIsMadeUpAtTheNextOneButNotAf
   drive(minuteOf(2024, 7, 4, 0, 3), minuteOf(2024, 7, 4, 0, 10));  // stalled over midnight
   EXPECT_EQ(stationLogCount("wind/temperature daily value , day: 4"), 1);
   EXPECT_EQ(stationLogCount("rain daily value , day: 4 rain today 3.5 mm"), 1);
-  EXPECT_EQ(stored("Daily high average yest", "prevdayraintime"), "00:00");
-  EXPECT_EQ(stored("House keeping", "last daily reset"), "2024-07-04");
+  expectStored(main_, {{"Daily high average yest", "prevdayraintime", "00:00"},
+                       {"House keeping", "last daily reset", "2024-07-04"}});
 
   // Off over the next midnight, without "do the daily reset when qz starts":
   // the first pass after the start is no reason for a reset.
@@ -266,9 +262,9 @@ TEST_F(HousekeepingTest, StartUpResetRunsOnceForAMissedMidnight) {
 
   EXPECT_EQ(stationLogCount("wind/temperature daily value , day: 4"), 1);
   EXPECT_EQ(stationLogCount("rain daily value , day: 4 rain today 3.5 mm"), 1);
-  EXPECT_EQ(stored("Daily high temperature yest", "number2"), "22");
   EXPECT_EQ(extremes_.high(Quantity::Temperature), -100);
-  EXPECT_EQ(stored("Daily rain for each week day", "wednesday date"), "3/7");
+  expectStored(main_, {{"Daily high temperature yest", "number2", "22"},
+                       {"Daily rain for each week day", "wednesday date", "3/7"}});
 }
 
 TEST_F(HousekeepingTest, StartUpAfterAMonthEndEndsTheMonthTheProgramLastSaw) {
@@ -278,10 +274,9 @@ TEST_F(HousekeepingTest, StartUpAfterAMonthEndEndsTheMonthTheProgramLastSaw) {
   restart();
 
   keeper().resetOnStart(localOf(minuteOf(2024, 5, 2, 8, 0)));
-  EXPECT_EQ(stored("Rain chart", "Apr "), "61");
   EXPECT_EQ(record_.monthlyrain, 0);
   EXPECT_TRUE(cycle_.noaa_request);
-  EXPECT_EQ(stored("House keeping", "last daily reset"), "2024-05-02");
+  expectStored(main_, {{"Rain chart", "Apr ", "61"}, {"House keeping", "last daily reset", "2024-05-02"}});
 }
 
 TEST_F(HousekeepingTest, StartUpResetNeedsItsSwitchAndAnEarlierReset) {
