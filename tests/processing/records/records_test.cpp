@@ -4,6 +4,7 @@
 #include <regex>
 #include <stdexcept>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "core/ini_store.h"
@@ -99,8 +100,8 @@ TEST(RecordBookCompare, NewHighReplacesAndKeepsThePreviousDaysHolder) {
   book.compare(reading(35.74), at(3, 14, 5));
   book.compare(reading(35.71), at(3, 14, 6));  // same in tenths: no new record
   const HeldRecord& high = book.held(RecordSet::AllTime, "Record high temperature");
-  EXPECT_EQ(high.present, (RecordValue{35.7, {2024, 7, 3, 14, 5}}));
-  EXPECT_EQ(high.previous, (RecordValue{30.0, {2024, 7, 1, 15, 0}}));
+  EXPECT_EQ(std::tie(high.present, high.previous),
+            std::tuple(RecordValue{35.7, {2024, 7, 3, 14, 5}}, RecordValue{30.0, {2024, 7, 1, 15, 0}}));
 
   book.compare(reading(36.2), at(3, 15, 0));  // again the same day: the holder before today stays
   EXPECT_EQ(high.present->value, 36.2);
@@ -187,25 +188,22 @@ TEST_F(RecordsStoreTest, BackupIsTheFileBeforeTheWriteAndStaysWhenTheWriteFails)
 }
 
 TEST_F(RecordsStoreTest, AnUnchangedBackupIsNotRewrittenAndAChangedOrMissingOneIs) {
-  folder_.write("NIMBREL.INI", "[a]\r\nb=1\r\n");
   MemorySettingsStore store;
   std::string lastCopied;
   RecordsBackup keeping = backup();
   keeping.lastCopied = &lastCopied;
-  saverecordstoinifile({}, {}, store, keeping);
-  EXPECT_EQ(folder_.read("nimbrelbackup.ini"), "[a]\r\nb=1\r\n");
-
+  const auto saveAndReadBackup = [&] {
+    saverecordstoinifile({}, {}, store, keeping);
+    return folder_.read("nimbrelbackup.ini");
+  };
+  folder_.write("NIMBREL.INI", "[a]\r\nb=1\r\n");
+  EXPECT_EQ(saveAndReadBackup(), "[a]\r\nb=1\r\n");
   folder_.write("nimbrelbackup.ini", "marker");  // shows whether the next save rewrites it
-  saverecordstoinifile({}, {}, store, keeping);
-  EXPECT_EQ(folder_.read("nimbrelbackup.ini"), "marker");
-
+  EXPECT_EQ(saveAndReadBackup(), "marker");
   folder_.write("NIMBREL.INI", "[a]\r\nb=2\r\n");
-  saverecordstoinifile({}, {}, store, keeping);
-  EXPECT_EQ(folder_.read("nimbrelbackup.ini"), "[a]\r\nb=2\r\n");
-
+  EXPECT_EQ(saveAndReadBackup(), "[a]\r\nb=2\r\n");
   std::filesystem::remove(folder_ / "nimbrelbackup.ini");
-  saverecordstoinifile({}, {}, store, keeping);
-  EXPECT_EQ(folder_.read("nimbrelbackup.ini"), "[a]\r\nb=2\r\n");
+  EXPECT_EQ(saveAndReadBackup(), "[a]\r\nb=2\r\n");
 }
 
 TEST_F(RecordsStoreTest, RecordsAreWrittenEvenWhenTheBackupCannotBeMade) {
@@ -232,11 +230,9 @@ TEST(RecordsLoad, SavedRecordsComeBackAndBadEntriesStayAsTheyAre) {
   for (RecordSet set : kAllRecordSets)
     for (std::size_t i = 0; i < recordRows().size(); ++i) {
       if (!isFollowed(recordRows()[i])) continue;
-      const HeldRecord& want = book.held(set, i);
-      const HeldRecord& got = loaded.held(set, i);
-      EXPECT_EQ(got.present, want.present) << recordRows()[i].name;
-      EXPECT_EQ(got.previous, want.previous) << recordRows()[i].name;
-      EXPECT_EQ(got.direction, want.direction) << recordRows()[i].name;
+      const HeldRecord &want = book.held(set, i), &got = loaded.held(set, i);
+      EXPECT_EQ(std::tie(got.present, got.previous, got.direction), std::tie(want.present, want.previous, want.direction))
+          << recordRows()[i].name;
     }
   EXPECT_EQ(loaded.held(RecordSet::AllTime, "Record low temperature").previous->value, -12.3);
   EXPECT_EQ(loaded.held(RecordSet::ThisMonth, "Record high gust").direction, 10);
