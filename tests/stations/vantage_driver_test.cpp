@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "core/file_io.h"
@@ -42,17 +43,20 @@ class DriverHarness : public ::testing::Test {
   void answer(const std::vector<std::uint8_t>& bytes) {
     for (std::uint8_t b : bytes) driver.receive(std::span(&b, 1), now);
   }
-  // Wakes the console and gets past the HILOWS read that every start makes.
-  void wakeAndSkipHilows() {
-    driver.poll(now);
-    ASSERT_EQ(link.take(), "\n");
-    answer("\n\r");
-    ASSERT_EQ(link.take(), "HILOWS\n");
-    answer(hilowsAnswer(10, 900));
+  // The next tick sends the wake-up call, and the console answers it.
+  void wake() {
     driver.poll(now);
     ASSERT_EQ(link.take(), "\n");
     answer("\n\r");
   }
+  // Wakes the console and gets past the HILOWS read that every start makes.
+  void wakeAndSkipHilows() {
+    wake();
+    ASSERT_EQ(link.take(), "HILOWS\n");
+    answer(hilowsAnswer(10, 900));
+    wake();
+  }
+  std::string logText() const { return readWholeFile(log.path()).value_or(""); }
 
   // Ticks `seconds` program seconds, the console's time going with them.
   void tickFor(int seconds) {
@@ -88,10 +92,7 @@ TEST_F(DriverHarness, WakesReadsTheHighsThenAsksForFiftyFivePackets) {
   EXPECT_EQ(driver.counters().packetsDecoded, 53u);
   EXPECT_EQ(readings, 53);
   EXPECT_EQ(record.windgust, record.windspeed);
-  // The packets are used up: the next tick wakes the console and asks again.
-  driver.poll(now);
-  EXPECT_EQ(link.take(), "\n");
-  answer("\n\r");
+  wake();  // the packets are used up: the next tick wakes the console and asks again
   EXPECT_EQ(link.take(), "LOOP 55\n");
 }
 
@@ -106,14 +107,14 @@ TEST_F(DriverHarness, ASilentConsoleIsWokenAgainAndTheOutageLoggedOnce) {
   tickFor(40);
   const std::string sent = link.take();
   EXPECT_GE(std::count(sent.begin(), sent.end(), '\n'), 6);
-  const std::string text = readWholeFile(log.path()).value_or("");
+  const std::string text = logText();
   EXPECT_EQ(text.find("does not answer the wake-up call"), text.rfind("does not answer the wake-up call"));
   EXPECT_NE(text.find("test port does not answer the wake-up call"), std::string::npos) << text;
   for (int i = 0; i < 20 && link.sent.empty(); ++i) tickFor(1);
   ASSERT_EQ(link.take(), "\n");
   answer("\n\r");
   EXPECT_EQ(link.take(), "LOOP 55\n");
-  EXPECT_NE(readWholeFile(log.path()).value_or("").find("answers again"), std::string::npos);
+  EXPECT_NE(logText().find("answers again"), std::string::npos);
 }
 
 // The console's waits are its own: with the program clock running 60 times
@@ -130,7 +131,7 @@ TEST_F(DriverHarness, AFastProgramClockDoesNotShortenTheConsolesTimeToAnswer) {
   EXPECT_EQ(link.take(), "") << "the console was not given its time to answer";
   answer("\n\r");
   EXPECT_EQ(link.take(), "HILOWS\n");
-  EXPECT_EQ(readWholeFile(log.path()).value_or("").find("does not answer"), std::string::npos);
+  EXPECT_EQ(logText().find("does not answer"), std::string::npos);
 }
 
 TEST_F(DriverHarness, SetsAndReadsTheConsoleClock) {
@@ -138,29 +139,22 @@ TEST_F(DriverHarness, SetsAndReadsTheConsoleClock) {
   link.take();
   answer(std::vector<std::uint8_t>(5 * 99 + 1, 0));  // whatever the stream was
   LocalTime t = now;
-  t.hour = 7;
-  t.minute = 5;
-  t.second = 3;
+  std::tie(t.hour, t.minute, t.second) = std::tuple{7, 5, 3};
   driver.checkvptimecount(t);
   for (int i = 0; i < 55 * 99; i += 99) answer(std::vector<std::uint8_t>(99, 0));
-  driver.poll(now);
-  ASSERT_EQ(link.take(), "\n");
-  answer("\n\r");
+  wake();
   ASSERT_EQ(link.take(), "SETTIME\n");
   answer(std::vector<std::uint8_t>{0x06});
   const std::string data = link.take();
   ASSERT_EQ(data.size(), 8u);
-  EXPECT_EQ(data[0], 3);
-  EXPECT_EQ(data[1], 5);
-  EXPECT_EQ(data[2], 7);
-  EXPECT_EQ(static_cast<unsigned char>(data[5]), 126);  // 2026 - 1900
+  // Seconds, minutes, hours first; the year is counted from 1900.
+  EXPECT_EQ((std::vector<int>{data[0], data[1], data[2], static_cast<unsigned char>(data[5])}),
+            (std::vector<int>{3, 5, 7, 126}));
   EXPECT_EQ(crcCcitt({reinterpret_cast<const std::uint8_t*>(data.data()), 8}), 0);
   answer(std::vector<std::uint8_t>{0x06});
 
   driver.requestConsoleTime();
-  driver.poll(now);
-  ASSERT_EQ(link.take(), "\n");
-  answer("\n\r");
+  wake();
   ASSERT_EQ(link.take(), "GETTIME\n");
   std::vector<std::uint8_t> reply{0x06, 59, 30, 23, 31, 12, 126};
   const std::uint16_t crc = crcCcitt(std::span(reply).subspan(1));
@@ -169,18 +163,15 @@ TEST_F(DriverHarness, SetsAndReadsTheConsoleClock) {
   answer(reply);
   ASSERT_TRUE(driver.consoleTime());
   EXPECT_EQ(formatLocalTime(*driver.consoleTime()), "2026-12-31 23:30:59");
-  const std::string text = readWholeFile(log.path()).value_or("");
-  EXPECT_NE(text.find("sending SETTIME  to VP console"), std::string::npos);
-  EXPECT_NE(text.find("sending  time to VP console"), std::string::npos);
+  for (const char* sending : {"sending SETTIME  to VP console", "sending  time to VP console"})
+    EXPECT_NE(logText().find(sending), std::string::npos) << sending;
 }
 
 TEST_F(DriverHarness, TheConsolesDailyHighGustGoesToTheStatistics) {
   double todaysMax = 10;
   driver.currentMaxGust = [&] { return todaysMax; };
   driver.onConsoleDailyGust = [&](double knots) { todaysMax = knots; };
-  driver.poll(now);
-  link.take();
-  answer("\n\r");
+  wake();
   ASSERT_EQ(link.take(), "HILOWS\n");
   answer(hilowsAnswer(23, 1100));
   EXPECT_EQ(todaysMax, 20);
