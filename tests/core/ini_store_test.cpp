@@ -7,6 +7,7 @@
 #include <string>
 
 #include "core/reg_export.h"
+#include "support/expect_stored.h"
 #include "support/settings_test_folder.h"
 
 namespace nimbrel {
@@ -45,8 +46,7 @@ TEST_F(IniStoreTest, RoundTripKeepsOrderNameCaseAndExactValues) {
             "[Beta]\r\nk=v\r\n\r\n");
 
   const IniStore reread = open("NIMBREL.INI");
-  EXPECT_EQ(reread.ReadString("Zeta", "last hour "), "  7 ");
-  EXPECT_EQ(reread.ReadString("Zeta", "Path"), "C:\\wd\\a=b;c");
+  testsupport::expectStored(reread, {{"Zeta", "last hour ", "  7 "}, {"Zeta", "Path", "C:\\wd\\a=b;c"}});
   EXPECT_EQ(reread.ReadString("Alpha", "empty", "fallback"), "");
   EXPECT_EQ(reread.ReadString("Alpha", "missing", "fallback"), "fallback");
   EXPECT_EQ(folder.logText(), "");
@@ -73,8 +73,8 @@ TEST_F(IniStoreTest, NamesCompareWithoutCaseAndEditsKeepTheRestInOrder) {
 TEST_F(IniStoreTest, ReadsOddFilesKeepingWhatParsesAndLogsDamageOnceNamingTheFile) {
   folder.write("bom.ini", "\xEF\xBB\xBF[one]\r\nk=first\r\nK=second\n  ; a comment\n[two]\nz=1\n[ONE]\nlate=yes");
   const IniStore odd = open("bom.ini");
-  EXPECT_EQ(odd.ReadString("one", "k"), "first");
-  EXPECT_EQ(odd.ReadString("one", "late"), "yes");  // a repeated section adds to the first
+  // A repeated key keeps the first; a repeated section adds to the first.
+  testsupport::expectStored(odd, {{"one", "k", "first"}, {"one", "late", "yes"}});
   EXPECT_EQ(keysOf(odd, "one"), (Keys{"k", "late"}));
   EXPECT_EQ(lineCount(folder.logText()), 3u);  // the key, the section, and where the original is kept
 
@@ -83,9 +83,7 @@ TEST_F(IniStoreTest, ReadsOddFilesKeepingWhatParsesAndLogsDamageOnceNamingTheFil
   folder.write("NIMBREL.INI", "orphan=before any section\n[good]\na=1\n" + std::string(binary, sizeof binary - 1) +
                                   "no equals sign here\n=no key\nb=" + longValue + "\n[trunc");
   const IniStore damaged = open("NIMBREL.INI");
-  EXPECT_EQ(damaged.ReadString("good", "a"), "1");
-  EXPECT_EQ(damaged.ReadString("good", "b"), longValue);
-  EXPECT_EQ(damaged.ReadString("", "orphan"), "");
+  testsupport::expectStored(damaged, {{"good", "a", "1"}, {"good", "b", longValue.c_str()}, {"", "orphan", ""}});
   EXPECT_EQ(keysOf(damaged, "good"), (Keys{"a", "b"}));
   const std::string log = folder.logText();
   EXPECT_EQ(lineCount(log), 4u) << log;  // the three of the repeats above, one for the damage
