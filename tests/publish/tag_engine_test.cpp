@@ -80,7 +80,7 @@ std::string randomLine(std::mt19937& random) {
   static const std::vector<std::string> pieces = {
       "%temp%", "%temp,%", "%hum%", "%dew%", "%baro%", "%long%", "%pct%", "%opener%", "%same%",
       "%x%", "%wind dir%", "%a/b=%", "%empty%", "%rain%", "%mid%", "%sixb%", "%twin%", "%bad%",
-      "%seven%", "%" + testsupport::longestName() + "%", "%" + testsupport::tooLongName() + "%",
+      "%seven%", "%broken%", "%" + testsupport::longestName() + "%", "%" + testsupport::tooLongName() + "%",
       "%Temp%", "%nosuch%", "%", "%%", "100%%temp%", "50% humidity %hum%", "um%", " ", "text",
       "<td>", "\xff\xfe", "%%%", "%t", "emp%", "\t"};
   std::uniform_int_distribution<std::size_t> count(0, 14), pick(0, pieces.size() - 1);
@@ -133,6 +133,18 @@ TEST_F(TagEngine, ReportsAFailingReplacerAndAsksTheNextOne) {
   errors_.clear();
   EXPECT_EQ(fill("%bad% "), "recovered ");
   EXPECT_EQ(errors_, std::vector<std::string>{"error with new custom string 6b no reading for bad"});
+}
+
+TEST_F(TagEngine, LongAndOddLinesGiveWhatTheRulesGive) {
+  std::string tags;
+  for (int i = 0; i < 170'000; ++i) tags += "%temp%";  // 1 MB; each value is shorter than its tag
+  std::string expected;
+  for (int i = 0; i < 170'000; ++i) expected += "12.3";
+  EXPECT_EQ(fill(tags), expected);
+  const std::string signs(1'000'000, '%');
+  EXPECT_EQ(fill(signs), signs);
+  using namespace std::string_literals;
+  EXPECT_EQ(fill("\0%temp%\xff%\x80%hum%\0%"s), "\0" "12.3\xff%\x80" "81\0%"s);
 }
 
 TEST(TemplateLines, KeepsTheFirst4500LinesOnly) {

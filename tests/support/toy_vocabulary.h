@@ -32,6 +32,7 @@ inline std::vector<ToySlot> toySlots() {
   s[2].values = {{"long", longValue()}, {"pct", "50%"}, {"opener", "%h"}};
   s[3].values = {{"same", "S"}, {longestName(), "43!"}, {tooLongName(), "44!"}};
   s[4].values = {{"wind dir", "NNE"}, {"a/b=", "slash"}, {"empty", ""}};
+  s[4].failing = {"broken"};  // nobody else knows it
   s[5].values = {{"rain", "0.4 mm"}, {"mid", "mid%dle"}};
   s[6].values = {{"sixb", "6b"}, {"twin", "%temp%"}};
   s[6].failing = {"bad"};
