@@ -35,6 +35,17 @@ class TemplateOutput : public ::testing::Test {
     return readWholeFile(dir_ / outputName).value_or("<missing>");
   }
 
+  // The options read from settings where `key` is switched on.
+  static TemplateOptions optionsWith(std::string_view key) {
+    testsupport::MemorySettingsStore settings;
+    settings.writeSwitch(kTemplateSection, key, true);
+    return readTemplateOptions(settings);
+  }
+
+  void writeTemplate(const std::string& name, std::string_view text) {
+    ASSERT_TRUE(writeFileAtomically(dir_ / name, text));
+  }
+
   testsupport::TempFolder dir_;
   ManualClock clock_;
   TextLog log_{dir_ / "programerrorlog.txt", clock_};
@@ -44,32 +55,34 @@ class TemplateOutput : public ::testing::Test {
 };
 
 TEST_F(TemplateOutput, RewritesOrAppendsAsTheOutputAndSwitchSay) {
-  ASSERT_TRUE(writeFileAtomically(dir_ / "custom.txt", "T %temp%\nH %hum%\n"));
-  const TemplateOptions append{.appendCustomText = true};
-  EXPECT_EQ(run("custom.txt", "out.txt", {}), "T 12.3\r\nH 81\r\n");
-  EXPECT_EQ(run("custom.txt", "out.txt", append), "T 12.3\r\nH 81\r\n");
-  EXPECT_EQ(run("custom.txt", "customtextout10.txt", append), "T 12.3\r\nH 81\r\n");
-  EXPECT_EQ(run("custom.txt", "customtextout10.txt", append), "T 12.3\r\nH 81\r\nT 12.3\r\nH 81\r\n");
-  EXPECT_EQ(run("custom.txt", "customtextout10.txt", {}), "T 12.3\r\nH 81\r\n");
-  EXPECT_EQ(run("custom.txt", "customtextout11.txt", append), "T 12.3\r\nH 81\r\n");
-  EXPECT_EQ(run("custom.txt", "customtextout11.txt", append), "T 12.3\r\nH 81\r\n");
+  writeTemplate("custom.txt", "T %temp%\nH %hum%\n");
+  const std::string once = "T 12.3\r\nH 81\r\n";
+  const struct {
+    const char* output;
+    bool append;
+    std::string expected;
+  } runs[] = {{"out.txt", false, once},
+              {"out.txt", true, once},
+              {"customtextout10.txt", true, once},
+              {"customtextout10.txt", true, once + once},
+              {"customtextout10.txt", false, once},
+              {"customtextout11.txt", true, once},
+              {"customtextout11.txt", true, once}};
+  for (const auto& r : runs)
+    EXPECT_EQ(run("custom.txt", r.output, {.appendCustomText = r.append}), r.expected) << r.output;
 }
 
 TEST_F(TemplateOutput, UnitsComeFromTheSettingsExceptInTheFullDataFile) {
-  testsupport::MemorySettingsStore settings;
-  settings.writeSwitch(kTemplateSection, "display units", true);
-  const TemplateOptions options = readTemplateOptions(settings);
-  ASSERT_TRUE(writeFileAtomically(dir_ / "qzfulldata.htm", "%temp%"));
-  ASSERT_TRUE(writeFileAtomically(dir_ / "wxlocal.html", "%temp%"));
+  const TemplateOptions options = optionsWith("display units");
+  writeTemplate("qzfulldata.htm", "%temp%");
+  writeTemplate("wxlocal.html", "%temp%");
   EXPECT_EQ(run("wxlocal.html", "wx.html", options), "12.3°C\r\n");
   EXPECT_EQ(run("qzfulldata.htm", "fulldata.htm", options), "12.3\r\n");
 }
 
 TEST_F(TemplateOutput, WxPageStartsWithTheRawHeaderWhenAsked) {
-  testsupport::MemorySettingsStore settings;
-  settings.writeSwitch(kTemplateSection, "raw data in header", true);
-  const TemplateOptions options = readTemplateOptions(settings);
-  ASSERT_TRUE(writeFileAtomically(dir_ / "wxlocal.html", "<p>%hum%</p>\n"));
+  const TemplateOptions options = optionsWith("raw data in header");
+  writeTemplate("wxlocal.html", "<p>%hum%</p>\n");
   RawHeaderValues v{.time = {2026, 11, 3, 19, 5}, .timeStyle = HeaderTimeStyle::TwelveHour};
   v.temperature = 12.34, v.humidity = 81, v.dewPoint = 9.1, v.averageWind = 5.55, v.gust = 12;
   v.direction = 225, v.pressure = 1013.25, v.rainToday = 1.2, v.rainMonth = 40, v.rainYear = 612.3;
