@@ -58,11 +58,6 @@ sim::ConsoleOptions consoleOptions(const DemoOptions& options) {
   return console;
 }
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using RecordFile = std::unique_ptr<std::FILE, FileCloser>;
-
 // Everything a demo run has whatever its speed: the console, its record
 // file, and what the program is told before and after.
 class DemoRun {
@@ -119,20 +114,27 @@ class DemoRun {
   }
 
   bool openRecord() {
-    record_.reset(std::fopen(options_.recordFile.c_str(), "a"));
-    if (!record_) return false;
-    console_.onSent([file = record_.get()](const sim::SentPacket& packet) {
-      std::fputs(sim::packetRecordLine(packet).c_str(), file);
-    });
-    return true;
+    record_ = sim::recordPacketsTo(console_, options_.recordFile);
+    return record_ != nullptr;
   }
 
   const DemoOptions& options_;
   const Clock& clock_;
   std::FILE* out_;
   sim::Console console_;
-  RecordFile record_;
+  sim::RecordFile record_;
 };
+
+// The program time at which the last demo in `dir` stopped, if one ran there.
+std::optional<SystemTime> lastDemoProgramTime(const std::filesystem::path& dir) {
+  const auto settingsFile = demoSettingsFile(dir);
+  if (!std::filesystem::exists(settingsFile)) return std::nullopt;
+  const ManualClock wallClock(std::chrono::system_clock::now());
+  TextLog errorLog(dir / kProgramErrorLogName, wallClock);
+  const IniStore settings(settingsFile, errorLog);
+  if (!isDemoStation(settings)) return std::nullopt;
+  return parseLocalTime(settings.ReadString(kDemoSection, kProgramTimeKey, ""));
+}
 
 RunOptions runOptions(const DemoOptions& options, SystemTime start) {
   return RunOptions{options.dir, start, options.speed, options.runForSeconds};
@@ -195,16 +197,6 @@ std::string prepareDemoFolder(const std::filesystem::path& dir, std::optional<st
     return fmt::format("the demo's settings {} cannot be written; choose another folder with --dir",
                        settingsFile.string());
   return {};
-}
-
-std::optional<SystemTime> lastDemoProgramTime(const std::filesystem::path& dir) {
-  const auto settingsFile = demoSettingsFile(dir);
-  if (!std::filesystem::exists(settingsFile)) return std::nullopt;
-  const ManualClock wallClock(std::chrono::system_clock::now());
-  TextLog errorLog(dir / kProgramErrorLogName, wallClock);
-  const IniStore settings(settingsFile, errorLog);
-  if (!isDemoStation(settings)) return std::nullopt;
-  return parseLocalTime(settings.ReadString(kDemoSection, kProgramTimeKey, ""));
 }
 
 int runDemo(const DemoOptions& options, std::FILE* out) {

@@ -46,7 +46,4 @@ int runDemo(const DemoOptions& options, std::FILE* out);
 std::string prepareDemoFolder(const std::filesystem::path& dir, std::optional<std::uint16_t> simulatorPort,
                               const Clock& clock);
 
-// The program time at which the last demo in `dir` stopped, if one ran there.
-std::optional<SystemTime> lastDemoProgramTime(const std::filesystem::path& dir);
-
 }  // namespace nimbrel

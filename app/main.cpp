@@ -6,6 +6,7 @@
 #include "app/decode_command.h"
 #include "app/demo_command.h"
 #include "app/run_command.h"
+#include "core/number_format.h"
 #include "core/version.h"
 
 namespace {
@@ -27,14 +28,9 @@ std::string checkSpeed(const std::string& text) {
 
 std::string checkSeconds(const std::string& text) {
   double seconds = 0;
-  try {
-    std::size_t used = 0;
-    seconds = std::stod(text, &used);
-    if (used != text.size()) seconds = 0;
-  } catch (const std::exception&) {
-  }
-  return seconds > 0 && seconds <= 1e10 ? std::string()
-                                        : fmt::format("\"{}\" is no span of program time; give seconds above 0", text);
+  return nimbrel::parseDouble(text, seconds) && seconds > 0 && seconds <= 1e10
+             ? std::string()
+             : fmt::format("\"{}\" is no span of program time; give seconds above 0", text);
 }
 
 }  // namespace

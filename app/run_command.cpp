@@ -2,12 +2,11 @@
 
 #include <fmt/format.h>
 
-#include <charconv>
-#include <cmath>
 #include <csignal>
 
 #include "app/station_program.h"
 #include "app/terminal_status.h"
+#include "core/number_format.h"
 #include "core/instance_lock.h"
 #include "processing/cycle/simulated_ticks.h"
 #include "processing/cycle/tick_driver.h"
@@ -22,15 +21,8 @@ constexpr double kFastestFactor = 1e6;
 std::optional<ClockSpeed> parseClockSpeed(std::string_view text) {
   if (text == "max") return ClockSpeed::max();
   double factor = 0;
-  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), factor);
-  if (error != std::errc() || end != text.data() + text.size() || !std::isfinite(factor) || factor <= 0 ||
-      factor > kFastestFactor)
-    return std::nullopt;
+  if (!parseDouble(std::string(text), factor) || factor <= 0 || factor > kFastestFactor) return std::nullopt;
   return ClockSpeed{factor, false};
-}
-
-std::string describeClockSpeed(const ClockSpeed& speed) {
-  return speed.simulated ? std::string("max") : fmt::format("{}", speed.factor);
 }
 
 int runStation(const RunOptions& options) {

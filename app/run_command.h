@@ -24,8 +24,6 @@ struct ClockSpeed {
 };
 // "max", or a number of program seconds per real second (0 < N <= 1e6).
 std::optional<ClockSpeed> parseClockSpeed(std::string_view text);
-// "max" or the factor as written ("60").
-std::string describeClockSpeed(const ClockSpeed& speed);
 
 struct RunOptions {
   std::filesystem::path dir = ".";

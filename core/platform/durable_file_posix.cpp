@@ -72,8 +72,9 @@ bool appendWhole(const std::filesystem::path& path, std::string_view header, std
   const bool ok = empty ? writeAll(fd, parts, 2) : writeAll(fd, parts + 1, 1);
   if (!ok) {
     const int saved = errno;
-    if (::ftruncate(fd, before.st_size) != 0) {  // nothing more to be done; the caller reports the write
-    }
+    // Take back what went in; should even that fail, the caller's report
+    // of the failed write is all that can be done.
+    [[maybe_unused]] const int cut = ::ftruncate(fd, before.st_size);
     errno = saved;
   }
   return closeAfter(fd, ok);

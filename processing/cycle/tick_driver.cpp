@@ -46,7 +46,6 @@ void TickDriver::onTimer() {
   // arrived between those seconds.
   if (lastSecond_ < now) {
     lastSecond_ += std::chrono::seconds(1);
-    ++ticks_;
     onTick_(toLocalTime(lastSecond_));
   }
   if (!stopped_) scheduleNext();

@@ -26,7 +26,6 @@ class TickDriver final : public TickSource {
   void run(OnTick onTick) override;
   void stop() override;
   SystemTime lastTicked() const override { return lastSecond_; }
-  std::uint64_t ticks() const { return ticks_; }
 
   // For callers that run the loop themselves: start ticking, stop with stop().
   void start(OnTick onTick);
@@ -41,7 +40,6 @@ class TickDriver final : public TickSource {
   const ScaledClock& clock_;
   OnTick onTick_;
   std::chrono::sys_seconds lastSecond_{};
-  std::uint64_t ticks_ = 0;
   bool stopped_ = false;
 };
 

@@ -68,11 +68,6 @@ void addOptions(CLI::App& app, Settings& s) {
   app.add_option("--record", s.recordPath, "Append one JSON line per LOOP packet sent to this file");
 }
 
-struct FileCloser {
-  void operator()(std::FILE* file) const { std::fclose(file); }
-};
-using RecordFile = std::unique_ptr<std::FILE, FileCloser>;
-
 // Everything the simulator runs with, alive for the whole run.
 class Simulator {
  public:
@@ -112,16 +107,9 @@ class Simulator {
 
   bool openRecord() {
     if (settings_.recordPath.empty()) return true;
-    record_.reset(std::fopen(settings_.recordPath.c_str(), "a"));
-    if (!record_) {
-      fmt::print(stderr, "cannot open {} for appending\n", settings_.recordPath);
-      return false;
-    }
-    console_.onSent([file = record_.get()](const sim::SentPacket& packet) {
-      std::fputs(sim::packetRecordLine(packet).c_str(), file);
-      std::fflush(file);
-    });
-    return true;
+    record_ = sim::recordPacketsTo(console_, settings_.recordPath);
+    if (!record_) fmt::print(stderr, "cannot open {} for appending\n", settings_.recordPath);
+    return record_ != nullptr;
   }
 
   bool openServer() {
@@ -149,7 +137,7 @@ class Simulator {
   asio::io_context io_;
   ScaledClock clock_;
   sim::Console console_;
-  RecordFile record_;
+  sim::RecordFile record_;
   std::optional<sim::TcpConsoleServer> tcp_;
   std::optional<sim::PtyConsoleServer> pty_;
   asio::signal_set signals_;

@@ -100,4 +100,11 @@ std::string packetRecordLine(const SentPacket& packet) {
   return o.close() + "\n";
 }
 
+RecordFile recordPacketsTo(Console& console, const std::filesystem::path& path) {
+  RecordFile file(std::fopen(path.c_str(), "a"));
+  if (file)
+    console.onSent([out = file.get()](const SentPacket& packet) { std::fputs(packetRecordLine(packet).c_str(), out); });
+  return file;
+}
+
 }  // namespace nimbrel::sim
