@@ -1,0 +1,12 @@
+#pragma once
+// Summaries that several tags share and that cost more than a glance at the
+// live record (a month of the log read back, the sun's times for today):
+// worked out when a tag of the fill first asks, kept for the rest of that
+// fill only. Each family of tags keeps its own member here.
+
+namespace nimbrel {
+
+struct TagCaches {
+};
+
+}  // namespace nimbrel
