@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "app/decode_command.h"
+#include "app/tags_command.h"
 #include "app/demo_command.h"
 #include "app/run_command.h"
 #include "core/number_format.h"
@@ -108,7 +109,28 @@ int main(int argc, char** argv) {
   decodeCmd->add_flag("--revb", decode.revb, "the console sends the barometric trend at byte 3 (\"use revb\")");
   decodeCmd->add_flag("--extra-sensors", decode.extraSensors, "decode the extra sensors too");
 
+  nimbrel::TagsRequest tags;
+  auto* tagsCmd = app.add_subcommand(
+      "tags",
+      "Fill a template with the values a program folder holds (its settings, extremes, records and the last\n"
+      "readings it wrote), to preview a page; or, with --all, write the test file of every tag.\n"
+      "Example: nimbrel tags wxlocal.html --dir nimbrel-demo            (the filled page on standard output)\n"
+      "Example: nimbrel tags wxlocal.html preview.html --dir nimbrel-demo\n"
+      "Example: nimbrel tags --all --dir nimbrel-demo      (webfiles/testtags.txt filled into testtags.php)");
+  tagsCmd->add_option("--dir", tags.dir, "program folder (default: .)");
+  tagsCmd->add_option("template", tags.templateFile,
+                      "the template; a bare name not found here is taken from the folder's web files");
+  tagsCmd->add_option("output", tags.outputFile, "where the filled page goes (default: standard output)");
+  tagsCmd->add_flag("--all", tags.all, "write testtags.txt with every tag and fill it into testtags.php");
+
   CLI11_PARSE(app, argc, argv);
+  if (tagsCmd->parsed()) {
+    if (!tags.all && tags.templateFile.empty()) {
+      fmt::print(stderr, "give a template, or --all\n");
+      return 2;
+    }
+    return nimbrel::runTags(tags, stdout, stderr);
+  }
   if (decodeCmd->parsed()) return nimbrel::runDecode(decode, stdout, stderr);
   if (demoCmd->parsed()) {
     if (!demoStart.empty()) demo.start = nimbrel::parseLocalTime(demoStart);

@@ -34,12 +34,17 @@ void checkWritable(const std::filesystem::path& folder, const char* key, TextLog
 
 }  // namespace
 
-ProgramFolders prepareFolders(const std::filesystem::path& programFolder, const SettingsStore& mainSettings,
-                              TextLog& errorLog) {
+ProgramFolders locateFolders(const std::filesystem::path& programFolder, const SettingsStore& mainSettings) {
   ProgramFolders f;
   f.program = programFolder;
   f.logs = chosenFolder(programFolder, mainSettings, "logs", "logfiles");
   f.webfiles = chosenFolder(programFolder, mainSettings, "webfiles", "webfiles");
+  return f;
+}
+
+ProgramFolders prepareFolders(const std::filesystem::path& programFolder, const SettingsStore& mainSettings,
+                              TextLog& errorLog) {
+  const ProgramFolders f = locateFolders(programFolder, mainSettings);
   checkWritable(f.logs, "logs", errorLog);
   checkWritable(f.webfiles, "webfiles", errorLog);
   return f;

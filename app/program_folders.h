@@ -17,6 +17,9 @@ struct ProgramFolders {
   std::filesystem::path webfiles;
 };
 
+// Where the settings put the folders, without looking at them.
+ProgramFolders locateFolders(const std::filesystem::path& programFolder, const SettingsStore& mainSettings);
+
 // Reads the folders and creates the missing ones; a folder that cannot be
 // made or written is reported in one sentence naming the setting to change.
 ProgramFolders prepareFolders(const std::filesystem::path& programFolder, const SettingsStore& mainSettings,

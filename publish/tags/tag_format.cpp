@@ -87,6 +87,10 @@ Unit shownUnit(Unit unit, const UnitChoicesSettings& units) {
   }
 }
 
+double shownValue(double internal, Unit family, const UnitChoicesSettings& units) {
+  return convert(internal, family, shownUnit(family, units));
+}
+
 std::string unitSymbol(Unit unit, const TagWriting& writing) {
   const std::string degree = writing.htmlDegreeSign ? "&deg;" : "°";
   switch (unit) {

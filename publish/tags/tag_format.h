@@ -27,6 +27,9 @@ std::string formatTag(const TagDef& def, const TagValue& value, const TagWriting
 // (the owner's choice already resolved for the families): "°C", " km/h".
 std::string unitSymbol(Unit unit, const TagWriting& writing);
 
+// An internal number of `family` in the unit this owner is shown.
+double shownValue(double internal, Unit family, const UnitChoicesSettings& units);
+
 // The unit a family's number is shown in for this owner; a fixed unit stays.
 Unit shownUnit(Unit unit, const UnitChoicesSettings& units);
 

@@ -4,7 +4,6 @@
 
 #include "core/file_io.h"
 #include "core/settings_store.h"
-#include "core/text_log.h"
 #include "publish/template/template_lines.h"
 
 namespace nimbrel {
@@ -18,13 +17,13 @@ bool isCustomTextOutput(std::string_view name) {
 }
 
 // The template's lines, or the one line saying it is missing.
-std::vector<std::string> loadTemplate(const TemplateJob& job, TextLog& log) {
+std::vector<std::string> loadTemplate(const TemplateJob& job, const ReplacerErrorSink& report) {
   const auto path = job.folder / job.templateName;
   std::error_code ec;
   if (std::filesystem::is_regular_file(path, ec))
     if (auto text = readWholeFile(path)) return templateLines(*text);
   std::string missing = "Custom file does not exist " + path.string();
-  log.write(missing);
+  report(missing);
   return {std::move(missing)};
 }
 
@@ -51,12 +50,11 @@ std::vector<std::string> fillTemplate(std::vector<std::string> lines, std::strin
 }
 
 bool customwebpage(const TemplateJob& job, const TemplateOptions& options, const ReplacerChain& chain,
-                   const RawHeaderValues& header, TextLog& log) {
+                   const RawHeaderValues& header, const ReplacerErrorSink& report) {
   TagRun run;
   // The full-data file is read by programs, which want bare numbers.
   run.displayUnits = options.displayUnits && job.templateName != "qzfulldata.htm";
-  const ReplacerErrorSink onError = [&log](std::string_view message) { log.write(message); };
-  const auto lines = fillTemplate(loadTemplate(job, log), job.templateName, chain, run, onError);
+  const auto lines = fillTemplate(loadTemplate(job, report), job.templateName, chain, run, report);
 
   std::string text;
   if (job.outputName == "wx.html" && options.rawDataInHeader) text = rawHeaderLine(header) + "\r\n";
@@ -66,7 +64,7 @@ bool customwebpage(const TemplateJob& job, const TemplateOptions& options, const
   const bool append = options.appendCustomText && isCustomTextOutput(job.outputName);
   const bool written = append ? appendToFile(target, text, &error)
                               : writeFileAtomically(target, text, &error, Durability::Cached);
-  if (!written) log.write(fmt::format("cannot write {}: {}", target.string(), error));
+  if (!written) report(fmt::format("cannot write {}: {}", target.string(), error));
   return written;
 }
 

@@ -14,7 +14,6 @@
 namespace nimbrel {
 
 class SettingsStore;
-class TextLog;
 
 // One template to process: both files lie in `folder` (the web-files folder).
 struct TemplateJob {
@@ -45,7 +44,9 @@ std::vector<std::string> fillTemplate(std::vector<std::string> lines, std::strin
 // switch is on, replaced whole otherwise; "wx.html" starts with the raw
 // header line when asked. A missing template is reported to `log` and its
 // message becomes the output. False when the output cannot be written.
+// Messages go to `report` (the status log, or a collector when the page is
+// filled away from the thread that owns the log).
 bool customwebpage(const TemplateJob& job, const TemplateOptions& options, const ReplacerChain& chain,
-                   const RawHeaderValues& header, TextLog& log);
+                   const RawHeaderValues& header, const ReplacerErrorSink& report);
 
 }  // namespace nimbrel

@@ -31,7 +31,7 @@ class TemplateOutput : public ::testing::Test {
   std::string run(const std::string& templateName, const std::string& outputName, const TemplateOptions& options,
                   const RawHeaderValues& header = {}) {
     const TemplateJob job{dir_.path(), templateName, outputName};
-    EXPECT_TRUE(customwebpage(job, options, chain_, header, log_));
+    EXPECT_TRUE(customwebpage(job, options, chain_, header, [this](std::string_view m) { log_.write(m); }));
     return readWholeFile(dir_ / outputName).value_or("<missing>");
   }
 

@@ -162,7 +162,7 @@ TEST_F(TagEngine, AMissingTemplateBecomesItsOwnMessage) {
   ManualClock clock;
   TextLog log(dir / "programerrorlog.txt", clock);
   const TemplateJob job{dir.path(), "wxlocal.html", "wx.html"};
-  ASSERT_TRUE(customwebpage(job, {}, chain_, {}, log));
+  ASSERT_TRUE(customwebpage(job, {}, chain_, {}, [&log](std::string_view m) { log.write(m); }));
   const std::string message = "Custom file does not exist " + (dir / "wxlocal.html").string();
   EXPECT_EQ(readWholeFile(dir / "wx.html"), message + "\r\n");
   EXPECT_NE(readWholeFile(log.path()).value_or("").find(message), std::string::npos);
