@@ -1,611 +1,367 @@
 // All-time, month and year records.
+//
+// Most tags name one row of the record book (processing/records/records.h)
+// in one of its three sets: "recordhightemp" is the all-time highest
+// outdoor temperature, "mrecordhightemp" this month's, "yrecordhightemp"
+// this year's, and a suffix asks for a part of the record's date
+// ("recordhightempyear"). The families below are listed once and the rows
+// of the three sets are made from them in a loop.
+//
+// Rows the program does not follow yet are still loaded from the main
+// settings, so their tags give the record as stored there and never change
+// it; a record the book has no row for gives "---". The monthly
+// temperature records by calendar month come from their own settings
+// section (monthly_temperature_records.h).
 
+#include <fmt/format.h>
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "core/number_format.h"
+#include "processing/records/record_book.h"
 #include "publish/tags/tag_rows.h"
 #include "publish/tags/tag_tables.h"
+#include "publish/tags/unit_conversion.h"
 
 namespace nimbrel {
 
 using namespace tagrows;
 
-std::vector<TagDef> recordTags() {
-  return {
-      missing("coldestdayonrecord", "not worked out yet"),
-      missing("coldestnightonrecord", "not worked out yet"),
-      missing("hrrecordrainrate", "not worked out yet"),
-      missing("hrrecordrainrateday", "not worked out yet"),
-      missing("hrrecordrainratehour", "not worked out yet"),
-      missing("hrrecordrainratemin", "not worked out yet"),
-      missing("hrrecordrainratemonth", "not worked out yet"),
-      missing("hrrecordrainrateyear", "not worked out yet"),
-      missing("mcoldestdayonrecord", "not worked out yet"),
-      missing("mcoldestnightonrecord", "not worked out yet"),
-      missing("mhrrecordrainrate", "not worked out yet"),
-      missing("mhrrecordrainrateday", "not worked out yet"),
-      missing("mhrrecordrainratehour", "not worked out yet"),
-      missing("mhrrecordrainratemin", "not worked out yet"),
-      missing("mhrrecordrainratemonth", "not worked out yet"),
-      missing("mhrrecordrainrateyear", "not worked out yet"),
-      missing("mrecorddailyrain", "not worked out yet"),
-      missing("mrecorddailyrainday", "not worked out yet"),
-      missing("mrecorddailyrainmonth", "not worked out yet"),
-      missing("mrecorddailyrainyear", "not worked out yet"),
-      missing("mrecorddaysnorain", "not worked out yet"),
-      missing("mrecorddaysnorainday", "not worked out yet"),
-      missing("mrecorddaysnorainmonth", "not worked out yet"),
-      missing("mrecorddayswithrain", "not worked out yet"),
-      missing("mrecorddayswithrainday", "not worked out yet"),
-      missing("mrecorddayswithrainmonth", "not worked out yet"),
-      missing("mrecordhighavwindday", "not worked out yet"),
-      missing("mrecordhighavwindmonth", "not worked out yet"),
-      missing("mrecordhighavwindyear", "not worked out yet"),
-      missing("mrecordhighbaro", "not worked out yet"),
-      missing("mrecordhighbaroday", "not worked out yet"),
-      missing("mrecordhighbaromonth", "not worked out yet"),
-      missing("mrecordhighbaroyear", "not worked out yet"),
-      missing("mrecordhighdew", "not worked out yet"),
-      missing("mrecordhighdewday", "not worked out yet"),
-      missing("mrecordhighdewmonth", "not worked out yet"),
-      missing("mrecordhighdewyear", "not worked out yet"),
-      missing("mrecordhighextratemp1", "not worked out yet"),
-      missing("mrecordhighextratemp1day", "not worked out yet"),
-      missing("mrecordhighextratemp1hr", "not worked out yet"),
-      missing("mrecordhighextratemp1min", "not worked out yet"),
-      missing("mrecordhighextratemp1mth", "not worked out yet"),
-      missing("mrecordhighextratemp1yr", "not worked out yet"),
-      missing("mrecordhighextratemp2", "not worked out yet"),
-      missing("mrecordhighextratemp2day", "not worked out yet"),
-      missing("mrecordhighextratemp2hr", "not worked out yet"),
-      missing("mrecordhighextratemp2min", "not worked out yet"),
-      missing("mrecordhighextratemp2mth", "not worked out yet"),
-      missing("mrecordhighextratemp2yr", "not worked out yet"),
-      missing("mrecordhighextratemp3", "not worked out yet"),
-      missing("mrecordhighextratemp3day", "not worked out yet"),
-      missing("mrecordhighextratemp3hr", "not worked out yet"),
-      missing("mrecordhighextratemp3min", "not worked out yet"),
-      missing("mrecordhighextratemp3mth", "not worked out yet"),
-      missing("mrecordhighextratemp3yr", "not worked out yet"),
-      missing("mrecordhighextratemp4", "not worked out yet"),
-      missing("mrecordhighextratemp4day", "not worked out yet"),
-      missing("mrecordhighextratemp4hr", "not worked out yet"),
-      missing("mrecordhighextratemp4min", "not worked out yet"),
-      missing("mrecordhighextratemp4mth", "not worked out yet"),
-      missing("mrecordhighextratemp4yr", "not worked out yet"),
-      missing("mrecordhighgustday", "not worked out yet"),
-      missing("mrecordhighgustmonth", "not worked out yet"),
-      missing("mrecordhighgustyear", "not worked out yet"),
-      missing("mrecordhighheatindex", "not worked out yet"),
-      missing("mrecordhighheatindexday", "not worked out yet"),
-      missing("mrecordhighheatindexmonth", "not worked out yet"),
-      missing("mrecordhighheatindexyear", "not worked out yet"),
-      missing("mrecordhighhum", "not worked out yet"),
-      missing("mrecordhighhumday", "not worked out yet"),
-      missing("mrecordhighhummonth", "not worked out yet"),
-      missing("mrecordhighhumyear", "not worked out yet"),
-      missing("mrecordhighleaf", "not worked out yet"),
-      missing("mrecordhighleafday", "not worked out yet"),
-      missing("mrecordhighleafmonth", "not worked out yet"),
-      missing("mrecordhighleafyear", "not worked out yet"),
-      missing("mrecordhighrain30min", "not worked out yet"),
-      missing("mrecordhighrain30minday", "not worked out yet"),
-      missing("mrecordhighrain30minhour", "not worked out yet"),
-      missing("mrecordhighrain30minmonth", "not worked out yet"),
-      missing("mrecordhighrain30minyear", "not worked out yet"),
-      missing("mrecordhighrainmth", "not worked out yet"),
-      missing("mrecordhighrainmthmth", "not worked out yet"),
-      missing("mrecordhighrainmthyr", "not worked out yet"),
-      missing("mrecordhighsoil", "not worked out yet"),
-      missing("mrecordhighsoilday", "not worked out yet"),
-      missing("mrecordhighsoilmoist", "not worked out yet"),
-      missing("mrecordhighsoilmoistday", "not worked out yet"),
-      missing("mrecordhighsoilmoistmonth", "not worked out yet"),
-      missing("mrecordhighsoilmoistyear", "not worked out yet"),
-      missing("mrecordhighsoilmonth", "not worked out yet"),
-      missing("mrecordhighsoilyear", "not worked out yet"),
-      missing("mrecordhighsolar", "not worked out yet"),
-      missing("mrecordhighsolarday", "not worked out yet"),
-      missing("mrecordhighsolarmonth", "not worked out yet"),
-      missing("mrecordhighsolaryear", "not worked out yet"),
-      missing("mrecordhightemp", "not worked out yet"),
-      missing("mrecordhightempday", "not worked out yet"),
-      missing("mrecordhightempmonth", "not worked out yet"),
-      missing("mrecordhightempyear", "not worked out yet"),
-      missing("mrecordhighthsw", "not worked out yet"),
-      missing("mrecordhighthswday", "not worked out yet"),
-      missing("mrecordhighthswmonth", "not worked out yet"),
-      missing("mrecordhighthswyear", "not worked out yet"),
-      missing("mrecordhighuv", "not worked out yet"),
-      missing("mrecordhighuvday", "not worked out yet"),
-      missing("mrecordhighuvmonth", "not worked out yet"),
-      missing("mrecordhighuvyear", "not worked out yet"),
-      missing("mrecordhighwindrun", "not worked out yet"),
-      missing("mrecordhighwindrunday", "not worked out yet"),
-      missing("mrecordhighwindrunmth", "not worked out yet"),
-      missing("mrecordhighwindrunyr", "not worked out yet"),
-      missing("mrecordlowbaro", "not worked out yet"),
-      missing("mrecordlowbaroday", "not worked out yet"),
-      missing("mrecordlowbaromonth", "not worked out yet"),
-      missing("mrecordlowbaroyear", "not worked out yet"),
-      missing("mrecordlowchill", "not worked out yet"),
-      missing("mrecordlowchillday", "not worked out yet"),
-      missing("mrecordlowchillhour", "not worked out yet"),
-      missing("mrecordlowchillminute", "not worked out yet"),
-      missing("mrecordlowchillmonth", "not worked out yet"),
-      missing("mrecordlowchillyear", "not worked out yet"),
-      missing("mrecordlowdew", "not worked out yet"),
-      missing("mrecordlowdewday", "not worked out yet"),
-      missing("mrecordlowdewmonth", "not worked out yet"),
-      missing("mrecordlowdewyear", "not worked out yet"),
-      missing("mrecordlowextratemp1", "not worked out yet"),
-      missing("mrecordlowextratemp1day", "not worked out yet"),
-      missing("mrecordlowextratemp1hr", "not worked out yet"),
-      missing("mrecordlowextratemp1min", "not worked out yet"),
-      missing("mrecordlowextratemp1mth", "not worked out yet"),
-      missing("mrecordlowextratemp1yr", "not worked out yet"),
-      missing("mrecordlowextratemp2", "not worked out yet"),
-      missing("mrecordlowextratemp2day", "not worked out yet"),
-      missing("mrecordlowextratemp2hr", "not worked out yet"),
-      missing("mrecordlowextratemp2min", "not worked out yet"),
-      missing("mrecordlowextratemp2mth", "not worked out yet"),
-      missing("mrecordlowextratemp2yr", "not worked out yet"),
-      missing("mrecordlowextratemp3", "not worked out yet"),
-      missing("mrecordlowextratemp3day", "not worked out yet"),
-      missing("mrecordlowextratemp3hr", "not worked out yet"),
-      missing("mrecordlowextratemp3min", "not worked out yet"),
-      missing("mrecordlowextratemp3mth", "not worked out yet"),
-      missing("mrecordlowextratemp3yr", "not worked out yet"),
-      missing("mrecordlowextratemp4", "not worked out yet"),
-      missing("mrecordlowextratemp4day", "not worked out yet"),
-      missing("mrecordlowextratemp4hr", "not worked out yet"),
-      missing("mrecordlowextratemp4min", "not worked out yet"),
-      missing("mrecordlowextratemp4mth", "not worked out yet"),
-      missing("mrecordlowextratemp4yr", "not worked out yet"),
-      missing("mrecordlowgrass", "not worked out yet"),
-      missing("mrecordlowgrassday", "not worked out yet"),
-      missing("mrecordlowgrassmonth", "not worked out yet"),
-      missing("mrecordlowgrassyear", "not worked out yet"),
-      missing("mrecordlowhum", "not worked out yet"),
-      missing("mrecordlowhumday", "not worked out yet"),
-      missing("mrecordlowhummonth", "not worked out yet"),
-      missing("mrecordlowhumyear", "not worked out yet"),
-      missing("mrecordlowsoil", "not worked out yet"),
-      missing("mrecordlowsoilday", "not worked out yet"),
-      missing("mrecordlowsoilmonth", "not worked out yet"),
-      missing("mrecordlowsoilyear", "not worked out yet"),
-      missing("mrecordlowtemp", "not worked out yet"),
-      missing("mrecordlowtempday", "not worked out yet"),
-      missing("mrecordlowtempmonth", "not worked out yet"),
-      missing("mrecordlowtempyear", "not worked out yet"),
-      missing("mrecordlowthsw", "not worked out yet"),
-      missing("mrecordlowthswday", "not worked out yet"),
-      missing("mrecordlowthswmonth", "not worked out yet"),
-      missing("mrecordlowthswyear", "not worked out yet"),
-      missing("mrecordrainrate", "not worked out yet"),
-      missing("mrecordrainrateday", "not worked out yet"),
-      missing("mrecordrainratehour", "not worked out yet"),
-      missing("mrecordrainratemin", "not worked out yet"),
-      missing("mrecordrainratemonth", "not worked out yet"),
-      missing("mrecordrainrateperhr", "not worked out yet"),
-      missing("mrecordrainrateyear", "not worked out yet"),
-      missing("mrecordwindgust", "not worked out yet"),
-      missing("mrecordwindspeed", "not worked out yet"),
-      missing("mwarmestdayonrecord", "not worked out yet"),
-      missing("mwarmestnightonrecord", "not worked out yet"),
-      missing("recorddailyrain", "not worked out yet"),
-      missing("recorddailyrainday", "not worked out yet"),
-      missing("recorddailyrainmonth", "not worked out yet"),
-      missing("recorddailyrainyear", "not worked out yet"),
-      missing("recorddaysnorain", "not worked out yet"),
-      missing("recorddaysnorainday", "not worked out yet"),
-      missing("recorddaysnorainmonth", "not worked out yet"),
-      missing("recorddaysnorainyear", "not worked out yet"),
-      missing("recorddayswithrain", "not worked out yet"),
-      missing("recorddayswithrainday", "not worked out yet"),
-      missing("recorddayswithrainmonth", "not worked out yet"),
-      missing("recorddayswithrainyear", "not worked out yet"),
-      missing("recordhighavwindday", "not worked out yet"),
-      missing("recordhighavwindmonth", "not worked out yet"),
-      missing("recordhighavwindyear", "not worked out yet"),
-      missing("recordhighbaro", "not worked out yet"),
-      missing("recordhighbaroday", "not worked out yet"),
-      missing("recordhighbaromonth", "not worked out yet"),
-      missing("recordhighbaroyear", "not worked out yet"),
-      missing("recordhighdew", "not worked out yet"),
-      missing("recordhighdewday", "not worked out yet"),
-      missing("recordhighdewmonth", "not worked out yet"),
-      missing("recordhighdewyear", "not worked out yet"),
-      missing("recordhighextratemp1", "not worked out yet"),
-      missing("recordhighextratemp1day", "not worked out yet"),
-      missing("recordhighextratemp1hr", "not worked out yet"),
-      missing("recordhighextratemp1min", "not worked out yet"),
-      missing("recordhighextratemp1mth", "not worked out yet"),
-      missing("recordhighextratemp1yr", "not worked out yet"),
-      missing("recordhighextratemp2", "not worked out yet"),
-      missing("recordhighextratemp2day", "not worked out yet"),
-      missing("recordhighextratemp2hr", "not worked out yet"),
-      missing("recordhighextratemp2min", "not worked out yet"),
-      missing("recordhighextratemp2mth", "not worked out yet"),
-      missing("recordhighextratemp2yr", "not worked out yet"),
-      missing("recordhighextratemp3", "not worked out yet"),
-      missing("recordhighextratemp3day", "not worked out yet"),
-      missing("recordhighextratemp3hr", "not worked out yet"),
-      missing("recordhighextratemp3min", "not worked out yet"),
-      missing("recordhighextratemp3mth", "not worked out yet"),
-      missing("recordhighextratemp3yr", "not worked out yet"),
-      missing("recordhighextratemp4", "not worked out yet"),
-      missing("recordhighextratemp4day", "not worked out yet"),
-      missing("recordhighextratemp4hr", "not worked out yet"),
-      missing("recordhighextratemp4min", "not worked out yet"),
-      missing("recordhighextratemp4mth", "not worked out yet"),
-      missing("recordhighextratemp4yr", "not worked out yet"),
-      missing("recordhighgustday", "not worked out yet"),
-      missing("recordhighgustmonth", "not worked out yet"),
-      missing("recordhighgustyear", "not worked out yet"),
-      missing("recordhighheatindex", "not worked out yet"),
-      missing("recordhighheatindexday", "not worked out yet"),
-      missing("recordhighheatindexmonth", "not worked out yet"),
-      missing("recordhighheatindexyear", "not worked out yet"),
-      missing("recordhighhum", "not worked out yet"),
-      missing("recordhighhumday", "not worked out yet"),
-      missing("recordhighhummonth", "not worked out yet"),
-      missing("recordhighhumyear", "not worked out yet"),
-      missing("recordhighleaf", "not worked out yet"),
-      missing("recordhighleafday", "not worked out yet"),
-      missing("recordhighleafmonth", "not worked out yet"),
-      missing("recordhighleafyear", "not worked out yet"),
-      missing("recordhighmaxdailytempday", "not worked out yet"),
-      missing("recordhighmaxdailytempmth", "not worked out yet"),
-      missing("recordhighmaxdailytempyrr", "not worked out yet"),
-      missing("recordhighmindailytemp", "not worked out yet"),
-      missing("recordhighmindailytempday", "not worked out yet"),
-      missing("recordhighmindailytempmth", "not worked out yet"),
-      missing("recordhighmindailytempyrr", "not worked out yet"),
-      missing("recordhighrain30min", "not worked out yet"),
-      missing("recordhighrain30minday", "not worked out yet"),
-      missing("recordhighrain30minhour", "not worked out yet"),
-      missing("recordhighrain30minmonth", "not worked out yet"),
-      missing("recordhighrain30minyear", "not worked out yet"),
-      missing("recordhighrainmth", "not worked out yet"),
-      missing("recordhighrainmthmth", "not worked out yet"),
-      missing("recordhighrainmthyr", "not worked out yet"),
-      missing("recordhighsoil", "not worked out yet"),
-      missing("recordhighsoilday", "not worked out yet"),
-      missing("recordhighsoilmoist", "not worked out yet"),
-      missing("recordhighsoilmoistday", "not worked out yet"),
-      missing("recordhighsoilmoistmonth", "not worked out yet"),
-      missing("recordhighsoilmoistyear", "not worked out yet"),
-      missing("recordhighsoilmonth", "not worked out yet"),
-      missing("recordhighsoilyear", "not worked out yet"),
-      missing("recordhighsolar", "not worked out yet"),
-      missing("recordhighsolarday", "not worked out yet"),
-      missing("recordhighsolarmonth", "not worked out yet"),
-      missing("recordhighsolaryear", "not worked out yet"),
-      missing("recordhightemp", "not worked out yet"),
-      missing("recordhightempapr", "not worked out yet"),
-      missing("recordhightempapry", "not worked out yet"),
-      missing("recordhightempaug", "not worked out yet"),
-      missing("recordhightempaugy", "not worked out yet"),
-      missing("recordhightempcurrentmonth", "not worked out yet"),
-      missing("recordhightempcurrentmonthday", "not worked out yet"),
-      missing("recordhightempcurrentmonthyear", "not worked out yet"),
-      missing("recordhightempday", "not worked out yet"),
-      missing("recordhightempdec", "not worked out yet"),
-      missing("recordhightempdecy", "not worked out yet"),
-      missing("recordhightempfeb", "not worked out yet"),
-      missing("recordhightempfeby", "not worked out yet"),
-      missing("recordhightempjan", "not worked out yet"),
-      missing("recordhightempjany", "not worked out yet"),
-      missing("recordhightempjul", "not worked out yet"),
-      missing("recordhightempjuly", "not worked out yet"),
-      missing("recordhightempjun", "not worked out yet"),
-      missing("recordhightempjuny", "not worked out yet"),
-      missing("recordhightempmar", "not worked out yet"),
-      missing("recordhightempmary", "not worked out yet"),
-      missing("recordhightempmay", "not worked out yet"),
-      missing("recordhightempmayy", "not worked out yet"),
-      missing("recordhightempmonth", "not worked out yet"),
-      missing("recordhightempnov", "not worked out yet"),
-      missing("recordhightempnovy", "not worked out yet"),
-      missing("recordhightempoct", "not worked out yet"),
-      missing("recordhightempocty", "not worked out yet"),
-      missing("recordhightempsep", "not worked out yet"),
-      missing("recordhightempsepy", "not worked out yet"),
-      missing("recordhightempyear", "not worked out yet"),
-      missing("recordhighthsw", "not worked out yet"),
-      missing("recordhighthswday", "not worked out yet"),
-      missing("recordhighthswmonth", "not worked out yet"),
-      missing("recordhighthswyear", "not worked out yet"),
-      missing("recordhighuv", "not worked out yet"),
-      missing("recordhighuvday", "not worked out yet"),
-      missing("recordhighuvmonth", "not worked out yet"),
-      missing("recordhighuvyear", "not worked out yet"),
-      missing("recordhighwindrun", "not worked out yet"),
-      missing("recordhighwindrunday", "not worked out yet"),
-      missing("recordhighwindrunmth", "not worked out yet"),
-      missing("recordhighwindrunyr", "not worked out yet"),
-      missing("recordlowbaro", "not worked out yet"),
-      missing("recordlowbaroday", "not worked out yet"),
-      missing("recordlowbaromonth", "not worked out yet"),
-      missing("recordlowbaroyear", "not worked out yet"),
-      missing("recordlowchill", "not worked out yet"),
-      missing("recordlowchillday", "not worked out yet"),
-      missing("recordlowchillhour", "not worked out yet"),
-      missing("recordlowchillminute", "not worked out yet"),
-      missing("recordlowchillmonth", "not worked out yet"),
-      missing("recordlowchillyear", "not worked out yet"),
-      missing("recordlowdew", "not worked out yet"),
-      missing("recordlowdewday", "not worked out yet"),
-      missing("recordlowdewmonth", "not worked out yet"),
-      missing("recordlowdewyear", "not worked out yet"),
-      missing("recordlowextratemp1", "not worked out yet"),
-      missing("recordlowextratemp1day", "not worked out yet"),
-      missing("recordlowextratemp1hr", "not worked out yet"),
-      missing("recordlowextratemp1min", "not worked out yet"),
-      missing("recordlowextratemp1mth", "not worked out yet"),
-      missing("recordlowextratemp1yr", "not worked out yet"),
-      missing("recordlowextratemp2", "not worked out yet"),
-      missing("recordlowextratemp2day", "not worked out yet"),
-      missing("recordlowextratemp2hr", "not worked out yet"),
-      missing("recordlowextratemp2min", "not worked out yet"),
-      missing("recordlowextratemp2mth", "not worked out yet"),
-      missing("recordlowextratemp2yr", "not worked out yet"),
-      missing("recordlowextratemp3", "not worked out yet"),
-      missing("recordlowextratemp3day", "not worked out yet"),
-      missing("recordlowextratemp3hr", "not worked out yet"),
-      missing("recordlowextratemp3min", "not worked out yet"),
-      missing("recordlowextratemp3mth", "not worked out yet"),
-      missing("recordlowextratemp3yr", "not worked out yet"),
-      missing("recordlowextratemp4", "not worked out yet"),
-      missing("recordlowextratemp4day", "not worked out yet"),
-      missing("recordlowextratemp4hr", "not worked out yet"),
-      missing("recordlowextratemp4min", "not worked out yet"),
-      missing("recordlowextratemp4mth", "not worked out yet"),
-      missing("recordlowextratemp4yr", "not worked out yet"),
-      missing("recordlowgrass", "not worked out yet"),
-      missing("recordlowgrassday", "not worked out yet"),
-      missing("recordlowgrassmonth", "not worked out yet"),
-      missing("recordlowgrassyear", "not worked out yet"),
-      missing("recordlowhum", "not worked out yet"),
-      missing("recordlowhumday", "not worked out yet"),
-      missing("recordlowhummonth", "not worked out yet"),
-      missing("recordlowhumyear", "not worked out yet"),
-      missing("recordlowmaxdailytemp", "not worked out yet"),
-      missing("recordlowmaxdailytempday", "not worked out yet"),
-      missing("recordlowmaxdailytempmth", "not worked out yet"),
-      missing("recordlowmaxdailytempyrr", "not worked out yet"),
-      missing("recordlowsoil", "not worked out yet"),
-      missing("recordlowsoilday", "not worked out yet"),
-      missing("recordlowsoilmonth", "not worked out yet"),
-      missing("recordlowsoilyear", "not worked out yet"),
-      missing("recordlowtemp", "not worked out yet"),
-      missing("recordlowtempapr", "not worked out yet"),
-      missing("recordlowtempapry", "not worked out yet"),
-      missing("recordlowtempaug", "not worked out yet"),
-      missing("recordlowtempaugy", "not worked out yet"),
-      missing("recordlowtempcurrentmonth", "not worked out yet"),
-      missing("recordlowtempcurrentmonthday", "not worked out yet"),
-      missing("recordlowtempcurrentmonthyear", "not worked out yet"),
-      missing("recordlowtempday", "not worked out yet"),
-      missing("recordlowtempdec", "not worked out yet"),
-      missing("recordlowtempdecy", "not worked out yet"),
-      missing("recordlowtempfeb", "not worked out yet"),
-      missing("recordlowtempfeby", "not worked out yet"),
-      missing("recordlowtempjan", "not worked out yet"),
-      missing("recordlowtempjany", "not worked out yet"),
-      missing("recordlowtempjul", "not worked out yet"),
-      missing("recordlowtempjuly", "not worked out yet"),
-      missing("recordlowtempjun", "not worked out yet"),
-      missing("recordlowtempjuny", "not worked out yet"),
-      missing("recordlowtempmar", "not worked out yet"),
-      missing("recordlowtempmary", "not worked out yet"),
-      missing("recordlowtempmay", "not worked out yet"),
-      missing("recordlowtempmayy", "not worked out yet"),
-      missing("recordlowtempmonth", "not worked out yet"),
-      missing("recordlowtempnov", "not worked out yet"),
-      missing("recordlowtempnovy", "not worked out yet"),
-      missing("recordlowtempoct", "not worked out yet"),
-      missing("recordlowtempocty", "not worked out yet"),
-      missing("recordlowtempsep", "not worked out yet"),
-      missing("recordlowtempsepy", "not worked out yet"),
-      missing("recordlowtempyear", "not worked out yet"),
-      missing("recordlowthsw", "not worked out yet"),
-      missing("recordlowthswday", "not worked out yet"),
-      missing("recordlowthswmonth", "not worked out yet"),
-      missing("recordlowthswyear", "not worked out yet"),
-      missing("recordrainrate", "not worked out yet"),
-      missing("recordrainrateday", "not worked out yet"),
-      missing("recordrainratehour", "not worked out yet"),
-      missing("recordrainratemin", "not worked out yet"),
-      missing("recordrainratemonth", "not worked out yet"),
-      missing("recordrainrateperhr", "not worked out yet"),
-      missing("recordrainrateyear", "not worked out yet"),
-      missing("recordrainyear", "not worked out yet"),
-      missing("recordrainyearyear", "not worked out yet"),
-      missing("recordsnowyear", "not worked out yet"),
-      missing("recordsnowyearseason", "not worked out yet"),
-      missing("recordwindgust", "not worked out yet"),
-      missing("recordwindspeed", "not worked out yet"),
-      missing("warmestdayonrecord", "not worked out yet"),
-      missing("warmestnightonrecord", "not worked out yet"),
-      missing("WUmaxtemp", "not worked out yet"),
-      missing("WUmaxtempr", "not worked out yet"),
-      missing("WUmaxtempryr", "not worked out yet"),
-      missing("WUmintemp", "not worked out yet"),
-      missing("WUmintempr", "not worked out yet"),
-      missing("WUmintempryr", "not worked out yet"),
-      missing("ycoldestdayonrecord", "not worked out yet"),
-      missing("ycoldestnightonrecord", "not worked out yet"),
-      missing("yhrrecordrainrate", "not worked out yet"),
-      missing("yhrrecordrainrateday", "not worked out yet"),
-      missing("yhrrecordrainratehour", "not worked out yet"),
-      missing("yhrrecordrainratemin", "not worked out yet"),
-      missing("yhrrecordrainratemonth", "not worked out yet"),
-      missing("yhrrecordrainrateyear", "not worked out yet"),
-      missing("yrecorddailyrain", "not worked out yet"),
-      missing("yrecorddailyrainday", "not worked out yet"),
-      missing("yrecorddailyrainmonth", "not worked out yet"),
-      missing("yrecorddailyrainyear", "not worked out yet"),
-      missing("yrecorddaysnorain", "not worked out yet"),
-      missing("yrecorddaysnorainday", "not worked out yet"),
-      missing("yrecorddaysnorainmonth", "not worked out yet"),
-      missing("yrecorddayswithrain", "not worked out yet"),
-      missing("yrecorddayswithrainday", "not worked out yet"),
-      missing("yrecorddayswithrainmonth", "not worked out yet"),
-      missing("yrecordhighavwindday", "not worked out yet"),
-      missing("yrecordhighavwindmonth", "not worked out yet"),
-      missing("yrecordhighavwindyear", "not worked out yet"),
-      missing("yrecordhighbaro", "not worked out yet"),
-      missing("yrecordhighbaroday", "not worked out yet"),
-      missing("yrecordhighbaromonth", "not worked out yet"),
-      missing("yrecordhighbaroyear", "not worked out yet"),
-      missing("yrecordhighdew", "not worked out yet"),
-      missing("yrecordhighdewday", "not worked out yet"),
-      missing("yrecordhighdewmonth", "not worked out yet"),
-      missing("yrecordhighdewyear", "not worked out yet"),
-      missing("yrecordhighextratemp1", "not worked out yet"),
-      missing("yrecordhighextratemp1day", "not worked out yet"),
-      missing("yrecordhighextratemp1hr", "not worked out yet"),
-      missing("yrecordhighextratemp1min", "not worked out yet"),
-      missing("yrecordhighextratemp1mth", "not worked out yet"),
-      missing("yrecordhighextratemp1yr", "not worked out yet"),
-      missing("yrecordhighextratemp2", "not worked out yet"),
-      missing("yrecordhighextratemp2day", "not worked out yet"),
-      missing("yrecordhighextratemp2hr", "not worked out yet"),
-      missing("yrecordhighextratemp2min", "not worked out yet"),
-      missing("yrecordhighextratemp2mth", "not worked out yet"),
-      missing("yrecordhighextratemp2yr", "not worked out yet"),
-      missing("yrecordhighextratemp3", "not worked out yet"),
-      missing("yrecordhighextratemp3day", "not worked out yet"),
-      missing("yrecordhighextratemp3hr", "not worked out yet"),
-      missing("yrecordhighextratemp3min", "not worked out yet"),
-      missing("yrecordhighextratemp3mth", "not worked out yet"),
-      missing("yrecordhighextratemp3yr", "not worked out yet"),
-      missing("yrecordhighextratemp4", "not worked out yet"),
-      missing("yrecordhighextratemp4day", "not worked out yet"),
-      missing("yrecordhighextratemp4hr", "not worked out yet"),
-      missing("yrecordhighextratemp4min", "not worked out yet"),
-      missing("yrecordhighextratemp4mth", "not worked out yet"),
-      missing("yrecordhighextratemp4yr", "not worked out yet"),
-      missing("yrecordhighgustday", "not worked out yet"),
-      missing("yrecordhighgustmonth", "not worked out yet"),
-      missing("yrecordhighgustyear", "not worked out yet"),
-      missing("yrecordhighheatindex", "not worked out yet"),
-      missing("yrecordhighheatindexday", "not worked out yet"),
-      missing("yrecordhighheatindexmonth", "not worked out yet"),
-      missing("yrecordhighheatindexyear", "not worked out yet"),
-      missing("yrecordhighhum", "not worked out yet"),
-      missing("yrecordhighhumday", "not worked out yet"),
-      missing("yrecordhighhummonth", "not worked out yet"),
-      missing("yrecordhighhumyear", "not worked out yet"),
-      missing("yrecordhighleaf", "not worked out yet"),
-      missing("yrecordhighleafday", "not worked out yet"),
-      missing("yrecordhighleafmonth", "not worked out yet"),
-      missing("yrecordhighleafyear", "not worked out yet"),
-      missing("yrecordhighrain30min", "not worked out yet"),
-      missing("yrecordhighrain30minday", "not worked out yet"),
-      missing("yrecordhighrain30minhour", "not worked out yet"),
-      missing("yrecordhighrain30minmonth", "not worked out yet"),
-      missing("yrecordhighrain30minyear", "not worked out yet"),
-      missing("yrecordhighrainmth", "not worked out yet"),
-      missing("yrecordhighrainmthmth", "not worked out yet"),
-      missing("yrecordhighrainmthyr", "not worked out yet"),
-      missing("yrecordhighsoil", "not worked out yet"),
-      missing("yrecordhighsoilday", "not worked out yet"),
-      missing("yrecordhighsoilmoist", "not worked out yet"),
-      missing("yrecordhighsoilmoistday", "not worked out yet"),
-      missing("yrecordhighsoilmoistmonth", "not worked out yet"),
-      missing("yrecordhighsoilmoistyear", "not worked out yet"),
-      missing("yrecordhighsoilmonth", "not worked out yet"),
-      missing("yrecordhighsoilyear", "not worked out yet"),
-      missing("yrecordhighsolar", "not worked out yet"),
-      missing("yrecordhighsolarday", "not worked out yet"),
-      missing("yrecordhighsolarmonth", "not worked out yet"),
-      missing("yrecordhighsolaryear", "not worked out yet"),
-      missing("yrecordhightemp", "not worked out yet"),
-      missing("yrecordhightempday", "not worked out yet"),
-      missing("yrecordhightempmonth", "not worked out yet"),
-      missing("yrecordhightempyear", "not worked out yet"),
-      missing("yrecordhighthsw", "not worked out yet"),
-      missing("yrecordhighthswday", "not worked out yet"),
-      missing("yrecordhighthswmonth", "not worked out yet"),
-      missing("yrecordhighthswyear", "not worked out yet"),
-      missing("yrecordhighuv", "not worked out yet"),
-      missing("yrecordhighuvday", "not worked out yet"),
-      missing("yrecordhighuvmonth", "not worked out yet"),
-      missing("yrecordhighuvyear", "not worked out yet"),
-      missing("yrecordhighwindrun", "not worked out yet"),
-      missing("yrecordhighwindrunday", "not worked out yet"),
-      missing("yrecordhighwindrunmth", "not worked out yet"),
-      missing("yrecordhighwindrunyr", "not worked out yet"),
-      missing("yrecordlowbaro", "not worked out yet"),
-      missing("yrecordlowbaroday", "not worked out yet"),
-      missing("yrecordlowbaromonth", "not worked out yet"),
-      missing("yrecordlowbaroyear", "not worked out yet"),
-      missing("yrecordlowchill", "not worked out yet"),
-      missing("yrecordlowchillday", "not worked out yet"),
-      missing("yrecordlowchillhour", "not worked out yet"),
-      missing("yrecordlowchillminute", "not worked out yet"),
-      missing("yrecordlowchillmonth", "not worked out yet"),
-      missing("yrecordlowchillyear", "not worked out yet"),
-      missing("yrecordlowdew", "not worked out yet"),
-      missing("yrecordlowdewday", "not worked out yet"),
-      missing("yrecordlowdewmonth", "not worked out yet"),
-      missing("yrecordlowdewyear", "not worked out yet"),
-      missing("yrecordlowextratemp1", "not worked out yet"),
-      missing("yrecordlowextratemp1day", "not worked out yet"),
-      missing("yrecordlowextratemp1hr", "not worked out yet"),
-      missing("yrecordlowextratemp1min", "not worked out yet"),
-      missing("yrecordlowextratemp1mth", "not worked out yet"),
-      missing("yrecordlowextratemp1yr", "not worked out yet"),
-      missing("yrecordlowextratemp2", "not worked out yet"),
-      missing("yrecordlowextratemp2day", "not worked out yet"),
-      missing("yrecordlowextratemp2hr", "not worked out yet"),
-      missing("yrecordlowextratemp2min", "not worked out yet"),
-      missing("yrecordlowextratemp2mth", "not worked out yet"),
-      missing("yrecordlowextratemp2yr", "not worked out yet"),
-      missing("yrecordlowextratemp3", "not worked out yet"),
-      missing("yrecordlowextratemp3day", "not worked out yet"),
-      missing("yrecordlowextratemp3hr", "not worked out yet"),
-      missing("yrecordlowextratemp3min", "not worked out yet"),
-      missing("yrecordlowextratemp3mth", "not worked out yet"),
-      missing("yrecordlowextratemp3yr", "not worked out yet"),
-      missing("yrecordlowextratemp4", "not worked out yet"),
-      missing("yrecordlowextratemp4day", "not worked out yet"),
-      missing("yrecordlowextratemp4hr", "not worked out yet"),
-      missing("yrecordlowextratemp4min", "not worked out yet"),
-      missing("yrecordlowextratemp4mth", "not worked out yet"),
-      missing("yrecordlowextratemp4yr", "not worked out yet"),
-      missing("yrecordlowgrass", "not worked out yet"),
-      missing("yrecordlowgrassday", "not worked out yet"),
-      missing("yrecordlowgrassmonth", "not worked out yet"),
-      missing("yrecordlowgrassyear", "not worked out yet"),
-      missing("yrecordlowhum", "not worked out yet"),
-      missing("yrecordlowhumday", "not worked out yet"),
-      missing("yrecordlowhummonth", "not worked out yet"),
-      missing("yrecordlowhumyear", "not worked out yet"),
-      missing("yrecordlowsoil", "not worked out yet"),
-      missing("yrecordlowsoilday", "not worked out yet"),
-      missing("yrecordlowsoilmonth", "not worked out yet"),
-      missing("yrecordlowsoilyear", "not worked out yet"),
-      missing("yrecordlowtemp", "not worked out yet"),
-      missing("yrecordlowtempday", "not worked out yet"),
-      missing("yrecordlowtempmonth", "not worked out yet"),
-      missing("yrecordlowtempyear", "not worked out yet"),
-      missing("yrecordlowthsw", "not worked out yet"),
-      missing("yrecordlowthswday", "not worked out yet"),
-      missing("yrecordlowthswmonth", "not worked out yet"),
-      missing("yrecordlowthswyear", "not worked out yet"),
-      missing("yrecordrainrate", "not worked out yet"),
-      missing("yrecordrainrateday", "not worked out yet"),
-      missing("yrecordrainratehour", "not worked out yet"),
-      missing("yrecordrainratemin", "not worked out yet"),
-      missing("yrecordrainratemonth", "not worked out yet"),
-      missing("yrecordrainrateperhr", "not worked out yet"),
-      missing("yrecordrainrateyear", "not worked out yet"),
-      missing("yrecordwindgust", "not worked out yet"),
-      missing("yrecordwindspeed", "not worked out yet"),
-      missing("ywarmestdayonrecord", "not worked out yet"),
-      missing("ywarmestnightonrecord", "not worked out yet"),
+namespace {
+
+// What a tag takes from a record.
+enum class Part { value, day, month, year, hour, minute };
+
+struct Form {
+  std::string_view suffix;
+  Part part;
+};
+
+// The families spell the parts of the date in several ways.
+constexpr std::array<Form, 4> kDayMonthYear{{{"", Part::value}, {"day", Part::day}, {"month", Part::month},
+                                             {"year", Part::year}}};
+constexpr std::array<Form, 3> kDatesOnly{{{"day", Part::day}, {"month", Part::month}, {"year", Part::year}}};
+constexpr std::array<Form, 6> kWithTime{{{"", Part::value}, {"day", Part::day}, {"hour", Part::hour},
+                                         {"min", Part::minute}, {"month", Part::month}, {"year", Part::year}}};
+constexpr std::array<Form, 5> kWithHour{{{"", Part::value}, {"day", Part::day}, {"hour", Part::hour},
+                                         {"month", Part::month}, {"year", Part::year}}};
+constexpr std::array<Form, 6> kChill{{{"", Part::value}, {"day", Part::day}, {"hour", Part::hour},
+                                      {"minute", Part::minute}, {"month", Part::month}, {"year", Part::year}}};
+constexpr std::array<Form, 6> kShort{{{"", Part::value}, {"day", Part::day}, {"hr", Part::hour},
+                                      {"min", Part::minute}, {"mth", Part::month}, {"yr", Part::year}}};
+constexpr std::array<Form, 4> kDayShort{{{"", Part::value}, {"day", Part::day}, {"mth", Part::month},
+                                         {"yr", Part::year}}};
+constexpr std::array<Form, 3> kMonthShort{{{"", Part::value}, {"mth", Part::month}, {"yr", Part::year}}};
+constexpr std::array<Form, 3> kDayMonth{{{"", Part::value}, {"day", Part::day}, {"month", Part::month}}};
+constexpr std::array<Form, 1> kValueOnly{{{"", Part::value}}};
+
+// How a record's number is shown.
+enum class Shown {
+  plain,          // in the family's unit
+  perMinute,      // a rate in mm per hour shown per minute, without a symbol
+  windRunLength,  // nautical miles shown as the distance of the owner's wind unit
+};
+
+struct Family {
+  std::string_view tag;  // the all-time name without a suffix
+  std::string_view row;  // the record book's row; empty: no such record is kept
+  Unit unit;
+  int decimals;
+  std::span<const Form> forms;
+  std::string_view what;  // "highest outdoor temperature"
+  Shown shown = Shown::plain;
+};
+
+constexpr auto temp = Unit::temperature;
+constexpr auto none = Unit::none;
+
+// clang-format off
+constexpr auto kFamilies = std::to_array<Family>({
+    {"coldestdayonrecord", "Record cold day", temp, 1, kValueOnly, "coldest day's temperature"},
+    {"coldestnightonrecord", "Record cold night", temp, 1, kValueOnly, "coldest night's temperature"},
+    {"warmestdayonrecord", "Record hot day", temp, 1, kValueOnly, "warmest day's temperature"},
+    {"warmestnightonrecord", "Record warm night", temp, 1, kValueOnly, "warmest night's temperature"},
+    {"hrrecordrainrate", "Record rain last hour", Unit::rain, 1, kWithTime, "most rain in one hour"},
+    {"recorddailyrain", "Record daily rain", Unit::rain, 1, kDayMonthYear, "most rain in one day"},
+    {"recorddaysnorain", "Record days no rain", none, 0, kDayMonth, "longest run of days without rain"},
+    {"recorddayswithrain", "Record days with rain", none, 0, kDayMonth, "longest run of days with rain"},
+    {"recordwindspeed", "Record high average", Unit::speed, 1, kValueOnly, "highest average wind speed"},
+    {"recordhighavwind", "Record high average", Unit::speed, 1, kDatesOnly, "highest average wind speed"},
+    {"recordwindgust", "Record high gust", Unit::speed, 1, kValueOnly, "highest wind gust"},
+    {"recordhighgust", "Record high gust", Unit::speed, 1, kDatesOnly, "highest wind gust"},
+    {"recordhighbaro", "Record high barometer", Unit::pressure, 1, kDayMonthYear, "highest pressure"},
+    {"recordlowbaro", "Record low barometer", Unit::pressure, 1, kDayMonthYear, "lowest pressure"},
+    {"recordhighdew", "Record high dew", temp, 1, kDayMonthYear, "highest dew point"},
+    {"recordlowdew", "Record low dew", temp, 1, kDayMonthYear, "lowest dew point"},
+    {"recordhighextratemp1", "Record hi extra temp1", temp, 1, kShort, "highest extra temperature 1"},
+    {"recordhighextratemp2", "Record hi extra temp2", temp, 1, kShort, "highest extra temperature 2"},
+    {"recordhighextratemp3", "Record hi extra temp3", temp, 1, kShort, "highest extra temperature 3"},
+    {"recordhighextratemp4", "Record hi extra temp4", temp, 1, kShort, "highest extra temperature 4"},
+    {"recordlowextratemp1", "Record lo extra temp1", temp, 1, kShort, "lowest extra temperature 1"},
+    {"recordlowextratemp2", "Record lo extra temp2", temp, 1, kShort, "lowest extra temperature 2"},
+    {"recordlowextratemp3", "Record lo extra temp3", temp, 1, kShort, "lowest extra temperature 3"},
+    {"recordlowextratemp4", "Record lo extra temp4", temp, 1, kShort, "lowest extra temperature 4"},
+    {"recordhighheatindex", "Record high heat index", temp, 1, kDayMonthYear, "highest heat index"},
+    {"recordhighhum", "Record high hum", none, 0, kDayMonthYear, "highest outdoor humidity"},
+    {"recordlowhum", "Record low hum", none, 0, kDayMonthYear, "lowest outdoor humidity"},
+    {"recordhighleaf", "Record high leaf", none, 0, kDayMonthYear, "highest leaf wetness"},
+    {"recordhighrain30min", "", Unit::rain, 1, kWithHour, "most rain in 30 minutes"},
+    {"recordhighrainmth", "Record monthrain", Unit::rain, 1, kMonthShort, "most rain in one month"},
+    {"recordhighsoil", "Record high soil", temp, 1, kDayMonthYear, "highest soil temperature"},
+    {"recordlowsoil", "Record low soil", temp, 1, kDayMonthYear, "lowest soil temperature"},
+    {"recordhighsoilmoist", "Record high soil moist", none, 0, kDayMonthYear, "highest soil moisture"},
+    {"recordhighsolar", "Record high solar", none, 0, kDayMonthYear, "highest solar radiation"},
+    {"recordhightemp", "Record high temperature", temp, 1, kDayMonthYear, "highest outdoor temperature"},
+    {"recordlowtemp", "Record low temperature", temp, 1, kDayMonthYear, "lowest outdoor temperature"},
+    {"recordhighthsw", "Record high thsw", temp, 1, kDayMonthYear, "highest THSW index"},
+    {"recordlowthsw", "Record low thsw", temp, 1, kDayMonthYear, "lowest THSW index"},
+    {"recordhighuv", "Record high uv", none, 1, kDayMonthYear, "highest UV index"},
+    {"recordhighwindrun", "Record windrun", none, 1, kDayShort, "longest daily wind run", Shown::windRunLength},
+    {"recordlowchill", "Record low windchill", temp, 1, kChill, "lowest wind chill"},
+    {"recordlowgrass", "Record low grass", temp, 1, kDayMonthYear, "lowest grass temperature"},
+    {"recordrainrate", "Record high rain rate", Unit::rain, 2, kWithTime, "highest rain rate",
+     Shown::perMinute},
+    {"recordrainrateperhr", "Record high rain rate", Unit::rainRate, 1, kValueOnly,
+     "highest rain rate per hour"},
+});
+// clang-format on
+
+// Whether the program updates the row's record from the readings; a row it
+// does not follow only holds what the settings keep.
+bool followed(std::string_view row) {
+  for (const RecordRow& r : recordRows())
+    if (r.name == row) return isFollowed(r);
+  return false;
+}
+
+std::string_view prefixOf(RecordSet set) {
+  switch (set) {
+    case RecordSet::AllTime: return "";
+    case RecordSet::ThisMonth: return "m";
+    case RecordSet::ThisYear: return "y";
+  }
+  return "";
+}
+
+std::string_view periodOf(RecordSet set) {
+  switch (set) {
+    case RecordSet::AllTime: return "on record";
+    case RecordSet::ThisMonth: return "this month";
+    case RecordSet::ThisYear: return "this year";
+  }
+  return "";
+}
+
+std::string_view partWords(Part part) {
+  switch (part) {
+    case Part::day: return "day of the month";
+    case Part::month: return "month (1-12)";
+    case Part::year: return "year";
+    case Part::hour: return "hour (0-23)";
+    case Part::minute: return "minute (two digits)";
+    case Part::value: break;
+  }
+  return "";
+}
+
+const std::optional<RecordValue>& recordOf(const TagContext& c, RecordSet set, std::string_view row) {
+  return c.stats.records().held(set, row).present;
+}
+
+std::string datePart(const RecordTime& when, Part part) {
+  switch (part) {
+    case Part::day: return fmt::format("{}", when.day);
+    case Part::month: return fmt::format("{}", when.month);
+    case Part::year: return fmt::format("{}", when.year);
+    case Part::hour: return fmt::format("{}", when.hour);
+    case Part::minute: return fmt::format("{:02}", when.minute);
+    case Part::value: break;
+  }
+  return {};
+}
+
+// A distance in nautical miles in the distance that goes with the owner's
+// wind unit: nautical miles for knots, miles for mph, kilometres otherwise.
+double windRunShown(double nauticalMiles, const UnitChoicesSettings& units) {
+  switch (units.webWindShown()) {
+    case WindUnit::knots: return nauticalMiles;
+    case WindUnit::mph: return nauticalMiles * kMphPerKnot;
+    default: return nauticalMiles * kKmhPerKnot;
+  }
+}
+
+constexpr double kMinutesPerHour = 60;
+
+TagSource valueSource(RecordSet set, std::string_view row, Shown shown) {
+  return [set, row, shown](const TagContext& c) -> TagValue {
+    const std::optional<RecordValue>& record = recordOf(c, set, row);
+    if (!record) return noData();
+    switch (shown) {
+      case Shown::perMinute: return record->value / kMinutesPerHour;
+      case Shown::windRunLength: return windRunShown(record->value, c.units.units);
+      case Shown::plain: break;
+    }
+    return record->value;
   };
+}
+
+TagSource dateSource(RecordSet set, std::string_view row, Part part) {
+  return [set, row, part](const TagContext& c) -> TagValue {
+    const std::optional<RecordValue>& record = recordOf(c, set, row);
+    if (!record) return noData();
+    return datePart(record->when, part);
+  };
+}
+
+std::string givesOf(const Family& f, RecordSet set, Part part) {
+  std::string gives = part == Part::value ? fmt::format("{} {}", f.what, periodOf(set))
+                                          : fmt::format("{} of the {} {}", partWords(part), f.what, periodOf(set));
+  if (f.shown == Shown::perMinute && part == Part::value) gives += ", per minute, in the rain unit without a symbol";
+  if (f.shown == Shown::windRunLength && part == Part::value)
+    gives += ", in nautical miles, miles or km as the wind unit goes";
+  if (f.row.empty()) return gives + "; \"---\": the program keeps no such record";
+  if (!followed(f.row)) gives += "; the record as stored in the settings, not updated by this program";
+  return gives;
+}
+
+TagDef rowOf(const Family& f, RecordSet set, const Form& form) {
+  std::string name = fmt::format("{}{}{}", prefixOf(set), f.tag, form.suffix);
+  std::string gives = givesOf(f, set, form.part);
+  if (f.row.empty()) return missing(std::move(name), std::move(gives));
+  if (form.part != Part::value) return text(std::move(name), dateSource(set, f.row, form.part), std::move(gives));
+  if (f.shown == Shown::perMinute)
+    return bare(std::move(name), f.unit, 1, f.decimals, valueSource(set, f.row, f.shown), std::move(gives));
+  return number(std::move(name), f.unit, 1, f.decimals, valueSource(set, f.row, f.shown), std::move(gives));
+}
+
+// The all-time records of the day-based temperatures and the two counts of
+// days have more date forms than their month and year sets.
+TagDef allTimeValue(std::string name, std::string_view row, std::string gives) {
+  if (!followed(row)) gives += "; the record as stored in the settings, not updated by this program";
+  return number(std::move(name), temp, 1, 1, valueSource(RecordSet::AllTime, row, Shown::plain), std::move(gives));
+}
+TagDef allTimeDate(std::string name, std::string_view row, Part part, std::string_view what) {
+  std::string gives = fmt::format("{} of the {} on record", partWords(part), what);
+  if (!followed(row)) gives += "; the record as stored in the settings, not updated by this program";
+  return text(std::move(name), dateSource(RecordSet::AllTime, row, part), std::move(gives));
+}
+
+// The highest and lowest temperature of each calendar month, from
+// "Record monthly high temp" / "Record monthly low temp".
+constexpr std::array<std::string_view, 12> kMonthKeys{"jan", "feb", "mar", "apr", "may", "jun",
+                                                      "jul", "aug", "sep", "oct", "nov", "dec"};
+constexpr std::array<std::string_view, 12> kMonthNames{"January", "February", "March",     "April",
+                                                       "May",     "June",     "July",      "August",
+                                                       "September", "October", "November", "December"};
+
+std::string_view monthlySection(Side side) {
+  return side == Side::High ? "Record monthly high temp" : "Record monthly low temp";
+}
+
+// `month` 1-12, or 0 for the month of the fill.
+std::string_view monthKey(const TagContext& c, int month) {
+  const int m = month == 0 ? c.now.month : month;
+  if (m < 1 || m > 12) return {};
+  return kMonthKeys[static_cast<std::size_t>(m - 1)];
+}
+
+TagSource monthlyValue(Side side, int month) {
+  return [side, month](const TagContext& c) -> TagValue {
+    const std::string_view key = monthKey(c, month);
+    double celsius = 0;
+    if (key.empty() || !parseDouble(c.settings.ReadString(monthlySection(side), key), celsius)) return noData();
+    return celsius;
+  };
+}
+
+// `field` "year" or "day": the whole number stored beside the month's record.
+TagSource monthlyDate(Side side, int month, std::string_view field) {
+  return [side, month, field](const TagContext& c) -> TagValue {
+    const std::string_view key = monthKey(c, month);
+    long long number = 0;
+    if (key.empty() || !parseInt(c.settings.ReadString(monthlySection(side), fmt::format("{} {}", key, field)), number))
+      return noData();
+    return fmt::format("{}", number);
+  };
+}
+
+void addMonthlyTemperatures(std::vector<TagDef>& rows, Side side) {
+  const std::string_view word = side == Side::High ? "high" : "low";
+  const std::string_view what = side == Side::High ? "highest" : "lowest";
+  for (int m = 1; m <= 12; ++m) {
+    const auto i = static_cast<std::size_t>(m - 1);
+    const std::string name = fmt::format("record{}temp{}", word, kMonthKeys[i]);
+    rows.push_back(number(name, temp, 1, 1, monthlyValue(side, m),
+                          fmt::format("{} outdoor temperature of any {} on record", what, kMonthNames[i])));
+    rows.push_back(text(name + "y", monthlyDate(side, m, "year"),
+                        fmt::format("year of the {} outdoor temperature of any {} on record", what, kMonthNames[i])));
+  }
+  const std::string current = fmt::format("record{}tempcurrentmonth", word);
+  rows.push_back(number(current, temp, 1, 1, monthlyValue(side, 0),
+                        fmt::format("{} outdoor temperature of the present calendar month on record", what)));
+  rows.push_back(text(current + "day", monthlyDate(side, 0, "day"),
+                      fmt::format("day of the month of the {} temperature of the present calendar month on record",
+                                  what)));
+  rows.push_back(text(current + "year", monthlyDate(side, 0, "year"),
+                      fmt::format("year of the {} temperature of the present calendar month on record", what)));
+}
+
+}  // namespace
+
+std::vector<TagDef> recordTags() {
+  std::vector<TagDef> rows;
+  for (RecordSet set : kAllRecordSets)
+    for (const Family& f : kFamilies)
+      for (const Form& form : f.forms)
+        rows.push_back(rowOf(f, set, form));
+
+  // All-time records only.
+  rows.push_back(allTimeDate("recorddaysnorainyear", "Record days no rain", Part::year,
+                             "longest run of days without rain"));
+  rows.push_back(allTimeDate("recorddayswithrainyear", "Record days with rain", Part::year,
+                             "longest run of days with rain"));
+  // The highest daily maximum is the hot day's record.
+  constexpr std::string_view hotDay = "Record hot day";
+  rows.push_back(allTimeDate("recordhighmaxdailytempday", hotDay, Part::day, "highest daily maximum temperature"));
+  rows.push_back(allTimeDate("recordhighmaxdailytempmth", hotDay, Part::month, "highest daily maximum temperature"));
+  rows.push_back(allTimeDate("recordhighmaxdailytempyrr", hotDay, Part::year, "highest daily maximum temperature"));
+  constexpr std::string_view highMin = "Record highest minimum daily";
+  rows.push_back(allTimeValue("recordhighmindailytemp", highMin, "highest daily minimum temperature on record"));
+  rows.push_back(allTimeDate("recordhighmindailytempday", highMin, Part::day, "highest daily minimum temperature"));
+  rows.push_back(allTimeDate("recordhighmindailytempmth", highMin, Part::month, "highest daily minimum temperature"));
+  rows.push_back(allTimeDate("recordhighmindailytempyrr", highMin, Part::year, "highest daily minimum temperature"));
+  constexpr std::string_view lowMax = "Record lowest maximum daily";
+  rows.push_back(allTimeValue("recordlowmaxdailytemp", lowMax, "lowest daily maximum temperature on record"));
+  rows.push_back(allTimeDate("recordlowmaxdailytempday", lowMax, Part::day, "lowest daily maximum temperature"));
+  rows.push_back(allTimeDate("recordlowmaxdailytempmth", lowMax, Part::month, "lowest daily maximum temperature"));
+  rows.push_back(allTimeDate("recordlowmaxdailytempyrr", lowMax, Part::year, "lowest daily maximum temperature"));
+
+  addMonthlyTemperatures(rows, Side::High);
+  addMonthlyTemperatures(rows, Side::Low);
+
+  rows.push_back(missing("recordrainyear", "most rain in one rain season on record; the program keeps no yearly "
+                                           "rain record"));
+  rows.push_back(missing("recordrainyearyear", "year of the most rain in one rain season on record; the program "
+                                               "keeps no yearly rain record"));
+  rows.push_back(missing("recordsnowyear", "most snow in one season on record; the station measures no snow"));
+  rows.push_back(missing("recordsnowyearseason", "season of the most snow on record; the station measures no snow"));
+  rows.push_back(missing("WUmaxtemp", "normal high temperature for today from Weather Underground's almanac; "
+                                      "not fetched by this program"));
+  rows.push_back(missing("WUmaxtempr", "record high temperature for today from Weather Underground's almanac; "
+                                       "not fetched by this program"));
+  rows.push_back(missing("WUmaxtempryr", "year of today's record high from Weather Underground's almanac; "
+                                         "not fetched by this program"));
+  rows.push_back(missing("WUmintemp", "normal low temperature for today from Weather Underground's almanac; "
+                                      "not fetched by this program"));
+  rows.push_back(missing("WUmintempr", "record low temperature for today from Weather Underground's almanac; "
+                                       "not fetched by this program"));
+  rows.push_back(missing("WUmintempryr", "year of today's record low from Weather Underground's almanac; "
+                                         "not fetched by this program"));
+  return rows;
 }
 
 }  // namespace nimbrel
