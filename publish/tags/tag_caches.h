@@ -4,9 +4,16 @@
 // worked out when a tag of the fill first asks, kept for the rest of that
 // fill only. Each family of tags keeps its own member here.
 
+#include <optional>
+
+#include "publish/tags/current_values.h"
+
 namespace nimbrel {
 
 struct TagCaches {
+  // Current readings: the monthly log's minutes from yesterday's midnight to
+  // now, for the last hour's rain and the hour's and three hours' changes.
+  std::optional<current::RecentLog> currentLog;
 };
 
 }  // namespace nimbrel
