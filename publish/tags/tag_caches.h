@@ -4,9 +4,19 @@
 // worked out when a tag of the fill first asks, kept for the rest of that
 // fill only. Each family of tags keeps its own member here.
 
+#include <optional>
+
+#include "publish/tags/minute_history.h"
+
 namespace nimbrel {
 
 struct TagCaches {
+  // Today's family (tags_today.cpp): the minute logs read back, each file at
+  // most once per fill. The recent logs reach from the day a month ago to
+  // now (yesterday, the last seven days, the last hours); the year-ago logs
+  // hold the day a year ago.
+  std::optional<MinuteHistory> recentLogs;
+  std::optional<MinuteHistory> yearAgoLogs;
 };
 
 }  // namespace nimbrel
