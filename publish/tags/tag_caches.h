@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "publish/tags/current_values.h"
+#include "publish/tags/minute_history.h"
 
 namespace nimbrel {
 
@@ -14,6 +15,13 @@ struct TagCaches {
   // Current readings: the monthly log's minutes from yesterday's midnight to
   // now, for the last hour's rain and the hour's and three hours' changes.
   std::optional<current::RecentLog> currentLog;
+
+  // Today's family (tags_today.cpp): the minute logs read back, each file at
+  // most once per fill. The recent logs reach from the day a month ago to
+  // now (yesterday, the last seven days, the last hours); the year-ago logs
+  // hold the day a year ago.
+  std::optional<MinuteHistory> recentLogs;
+  std::optional<MinuteHistory> yearAgoLogs;
 };
 
 }  // namespace nimbrel
