@@ -2,7 +2,10 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fstream>
 #include <numbers>
+#include <sstream>
+#include <string>
 #include <utility>
 
 #include "core/live_record.h"
@@ -237,6 +240,35 @@ std::vector<LoggedMinute> ClimateLogs::minutesSince(std::int64_t firstKey) {
   const auto first = std::lower_bound(recent_.begin(), recent_.end(), firstKey,
                                       [](const LoggedMinute& line, std::int64_t key) { return line.key < key; });
   return {first, recent_.end()};
+}
+
+// A sun-log line is "day month year hour minute sunshine ET"; anything else
+// (the header, a damaged line) is passed over.
+void ClimateLogs::loadSunMonth(int year, int month) {
+  if (!sunLoaded_.insert(year * 12 + month - 1).second) return;
+  std::ifstream in(folder_ / (monthStem({month, year}) + "lgsun.txt"), std::ios::binary);
+  std::string line;
+  while (std::getline(in, line)) {
+    std::istringstream fields(line);
+    int day = 0, lineMonth = 0, lineYear = 0, hour = 0, minute = 0;
+    double sunshine = 0, et = 0;
+    if (!(fields >> day >> lineMonth >> lineYear >> hour >> minute >> sunshine >> et)) continue;
+    if (lineMonth < 1 || lineMonth > 12 || day < 1 || day > daysInMonth(lineYear, lineMonth)) continue;
+    const int number = dayNumber(lineYear, lineMonth, day);
+    if (static_cast<std::int64_t>(number) * kMinutesPerDay + hour * 60 + minute > nowKey_) continue;
+    const double mm = fromLogRain(et, units_);
+    auto [it, added] = evapotranspiration_.try_emplace(number, mm);
+    if (!added) it->second = std::max(it->second, mm);
+  }
+}
+
+std::map<int, double> ClimateLogs::evapotranspiration(int firstDay) {
+  CivilDate from = civilDate(firstDay);
+  const CivilDate to = civilDate(today_);
+  if (nineAmDay_ && from.day == 1) from = civilDate(firstDay - 1);
+  for (int index = from.year * 12 + from.month - 1; index <= to.year * 12 + to.month - 1; ++index)
+    loadSunMonth(index / 12, index % 12 + 1);
+  return {evapotranspiration_.lower_bound(firstDay), evapotranspiration_.upper_bound(today_)};
 }
 
 Tally ClimateLogs::tallySince(std::int64_t firstKey) {

@@ -104,6 +104,11 @@ class ClimateLogs {
   std::vector<LoggedMinute> minutesSince(std::int64_t firstKey);
   Tally tallySince(std::int64_t firstKey);
 
+  // Evapotranspiration of each day from `firstDay` to today, from the sun
+  // logs (month + year + "lgsun.txt"): the highest of the day's running
+  // totals. Dates without lines are absent.
+  std::map<int, double> evapotranspiration(int firstDay);
+
   int today() const { return today_; }
   std::int64_t nowKey() const { return nowKey_; }
   static constexpr int kRecentDays = 8;
@@ -117,7 +122,11 @@ class ClimateLogs {
   bool nineAmDay_;
   int today_;
   std::int64_t nowKey_;
+  void loadSunMonth(int year, int month);
+
   std::set<int> loaded_;  // year * 12 + month - 1 of every file read (or found missing)
+  std::set<int> sunLoaded_;
+  std::map<int, double> evapotranspiration_;
   std::map<int, DayFigures> days_;
   std::vector<LoggedMinute> recent_;
   bool recentSorted_ = true;

@@ -660,7 +660,16 @@ std::vector<TagDef> climateTags() {
     rows.push_back(longTerm(fmt::format("driestmonth{}", m), fmt::format("rain of the driest {} on record", kMonthNames[m - 1])));
 
   const std::vector<TagDef> more = {
-      missing("etcurrentweek", "evapotranspiration since Monday; the program keeps no history of the day's ET it could total"),
+      number("etcurrentweek", Unit::rain, 1, 2,
+             [](const TagContext& c) -> TagValue {
+               auto days = logs(c).evapotranspiration(weekStart(c));
+               if (c.readingsSeen) days[today(c)] = c.live.dailyet;
+               if (days.empty()) return noData();
+               double sum = 0;
+               for (const auto& [day, mm] : days) sum += mm;
+               return sum;
+             },
+             "evapotranspiration this week, since Monday (the sun logs' day totals, today's from the station)"),
       number("gddmonth", Unit::temperatureChange, 1, 1, [](const TagContext& c) { return degreeDays(c, monthStart(c), growing); },
              "growing degree days this month, base 10 °C (50 °F)"),
       number("gddyear", Unit::temperatureChange, 1, 1, [](const TagContext& c) { return degreeDays(c, yearStart(c), growing); },

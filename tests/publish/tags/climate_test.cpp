@@ -26,6 +26,7 @@ struct Line {
   int dir = 0;
   double dayRain = 0;
   double baro = 1013;
+  int month = 0;  // 0: the file's month
 };
 
 void writeLog(const std::filesystem::path& folder, int month, int year, const std::vector<Line>& lines,
@@ -39,7 +40,7 @@ void writeLog(const std::filesystem::path& folder, int month, int year, const st
     const double rain = usa ? writer_units::toInches(l.dayRain) : l.dayRain;
     const double baro = usa ? writer_units::toInchesHg(l.baro) : l.baro;
     out << fmt::format("{:02} {:02} {} {:02} {:02} {:.1f} 50 {:.1f} {:.3f} {:.1f} {:.1f} {:03} 0.0 {:.3f} 0.0 0.0 {:.1f}\r\n",
-                       l.day, month, year, l.hour, l.minute, temp, temp, baro, wind, gust, l.dir, rain, temp);
+                       l.day, l.month ? l.month : month, year, l.hour, l.minute, temp, temp, baro, wind, gust, l.dir, rain, temp);
   }
 }
 
@@ -84,6 +85,7 @@ TEST(ClimateTags, MonthToDateFiguresAndDayCounts) {
   EXPECT_EQ(world.text("nmbd"), "15");
   EXPECT_EQ(world.text("nmbidm"), "15/6");  // lowest pressure: 995 hPa at noon on the 15th
   EXPECT_EQ(world.text("monthtodateavspeedkts"), "5.0");
+  EXPECT_EQ(world.text("windruntoday"), "0.3");  // two minutes at 4 and 6 knots, in km
 
   // Highest above 10 °C: the 11th to the 14th from the log; today counts by
   // its extremes (2 °C) in the plain form, by its logged 15 °C in the "lg" form.
@@ -162,6 +164,46 @@ TEST(ClimateTags, UsLogsReadBackInInternalUnitsAndAYearAgo) {
   EXPECT_EQ(world.text("monthtodateavtemp"), "---");
   EXPECT_EQ(world.text("avtempmtago"), "---");
   EXPECT_EQ(world.text("hddday"), "---");  // no reading yet
+}
+
+
+TEST(ClimateTags, SeasonsAndWeeksReachBackIntoLastYear) {
+  TagWorld world(fromLocalTime(2026, 1, 10, 12, 0, 0));  // a Saturday
+  writeLog(world.folder.path(), 12, 2025, {{.day = 20, .hour = 3, .temp = 0}, {.day = 20, .hour = 15, .temp = 10}});
+  writeLog(world.folder.path(), 1, 2026,
+           {{.day = 5, .hour = 3, .temp = 20}, {.day = 5, .hour = 15, .temp = 30, .dayRain = 3}});
+
+  EXPECT_EQ(world.text("seasonavtemp"), "15.0");  // December to February
+  EXPECT_EQ(world.text("seasonmaxtemp"), "30.0");
+  EXPECT_EQ(world.text("yeartodateavtemp"), "25.0");
+  // The heating season from 1 July holds December's cold day; the year does not.
+  EXPECT_EQ(world.text("hddseason"), "13.3");
+  EXPECT_EQ(world.text("hddyear"), "0.0");
+  EXPECT_EQ(world.text("cddseason"), "6.7");  // from 1 January in the north
+  world.options.position.latitude = -33.9;
+  EXPECT_EQ(world.text("hddseason"), "0.0");
+  EXPECT_EQ(world.text("cddseason"), "6.7");  // from 1 July in the south: the 5th only
+
+  EXPECT_EQ(world.text("rainonmonday"), "3.0");
+  EXPECT_EQ(world.text("rainontuesday"), "---");  // nothing logged that day
+  EXPECT_EQ(world.text("rainonsunday"), "0.0");   // still to come
+  EXPECT_EQ(world.text("raincurrentweek"), "3.0");
+
+  // Evapotranspiration: each day's highest running total from the sun logs.
+  std::ofstream(world.folder.path() / "12026lgsun.txt", std::ios::binary)
+      << "Sun shine hours  ET\r\n04 01 2026 20 00 0.00 9.00\r\n05 01 2026 10 00 0.00 0.50\r\n"
+         "05 01 2026 18 00 0.00 1.25\r\n09 01 2026 18 00 0.00 0.75\r\n10 01 2026 18 00 0.00 5.00\r\n";
+  EXPECT_EQ(world.text("etcurrentweek"), "2.00");  // not Sunday the 4th, nor tonight's line
+}
+
+TEST(ClimateTags, NineAmDayKeepsTheFirstHoursOfAMonthInTheFileBefore) {
+  TagWorld world(fromLocalTime(2026, 7, 1, 8, 0, 0));
+  world.units.resets.dayReset = DayResetTime::nineAm;
+  writeLog(world.folder.path(), 6, 2026, {{.day = 30, .hour = 12, .temp = 30}, {.day = 1, .hour = 7, .temp = 12, .month = 7}});
+  EXPECT_EQ(world.text("monthtodatemaxtempcelsius"), "12.0");
+  EXPECT_EQ(world.text("avtempsincemidnight"), "12.0");
+  world.units.resets.dayReset = DayResetTime::midnight;  // then July's lines are in July's file only
+  EXPECT_EQ(world.text("monthtodatemaxtempcelsius"), "---");
 }
 
 }  // namespace
