@@ -6,6 +6,7 @@
 
 #include <optional>
 
+#include "publish/tags/climate_logs.h"
 #include "publish/tags/current_values.h"
 #include "publish/tags/minute_history.h"
 
@@ -22,6 +23,10 @@ struct TagCaches {
   // hold the day a year ago.
   std::optional<MinuteHistory> recentLogs;
   std::optional<MinuteHistory> yearAgoLogs;
+
+  // Climate tags (tags_climate.cpp): the monthly logs read back, each month
+  // at most once per fill, only the months the fill's tags ask for.
+  std::optional<ClimateLogs> climate;
 };
 
 }  // namespace nimbrel
