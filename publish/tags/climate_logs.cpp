@@ -98,7 +98,7 @@ std::optional<double> Span::lowest() const {
   return low;
 }
 
-void Tally::add(const LoggedMinute& line) {
+void Tally::add(const ClimateLine& line) {
   const int day = line.day();
   temp.add(line.temp);
   hum.add(line.hum);
@@ -167,7 +167,7 @@ void ClimateLogs::loadMonth(int year, int month) {
     const int day = dayNumber(static_cast<int>(line.number(LogColumn::year)),
                               static_cast<int>(line.number(LogColumn::month)),
                               static_cast<int>(line.number(LogColumn::day)));
-    LoggedMinute minute;
+    ClimateLine minute;
     minute.key = static_cast<std::int64_t>(day) * kMinutesPerDay +
                  static_cast<int>(line.number(LogColumn::hour)) * 60 + static_cast<int>(line.number(LogColumn::minute));
     if (minute.key > nowKey_) continue;  // a clock set back leaves lines "in the future"
@@ -229,16 +229,16 @@ const DayFigures* ClimateLogs::dayAt(int day) {
   return it == days_.end() ? nullptr : &it->second;
 }
 
-std::vector<LoggedMinute> ClimateLogs::minutesSince(std::int64_t firstKey) {
+std::vector<ClimateLine> ClimateLogs::minutesSince(std::int64_t firstKey) {
   firstKey = std::max(firstKey, nowKey_ - static_cast<std::int64_t>(kRecentDays) * kMinutesPerDay);
   loadRange(static_cast<int>(firstKey / kMinutesPerDay));
   if (!recentSorted_) {
     std::stable_sort(recent_.begin(), recent_.end(),
-                     [](const LoggedMinute& a, const LoggedMinute& b) { return a.key < b.key; });
+                     [](const ClimateLine& a, const ClimateLine& b) { return a.key < b.key; });
     recentSorted_ = true;
   }
   const auto first = std::lower_bound(recent_.begin(), recent_.end(), firstKey,
-                                      [](const LoggedMinute& line, std::int64_t key) { return line.key < key; });
+                                      [](const ClimateLine& line, std::int64_t key) { return line.key < key; });
   return {first, recent_.end()};
 }
 

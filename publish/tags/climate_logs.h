@@ -35,7 +35,7 @@ CivilDate civilDate(int dayNumber);
 int daysInMonth(int year, int month);
 
 // One line of a monthly log in internal units.
-struct LoggedMinute {
+struct ClimateLine {
   std::int64_t key = 0;  // dayNumber * 1440 + minute of the day
   float temp = 0;
   float hum = 0;
@@ -77,7 +77,7 @@ struct Tally {
   int frostMinutes = 0;    // minutes below 0 °C
   double windRunNm = 0;    // the mean wind of each minute for one minute, nautical miles
 
-  void add(const LoggedMinute& line);
+  void add(const ClimateLine& line);
   void merge(const Tally& other);
   // The average direction in degrees 0-359; nothing in calm or without lines.
   std::optional<double> direction() const;
@@ -101,7 +101,7 @@ class ClimateLogs {
   const DayFigures* dayAt(int day);
   // The minute lines from `firstKey` (dayNumber * 1440 + minute) to now;
   // only the last eight days are kept.
-  std::vector<LoggedMinute> minutesSince(std::int64_t firstKey);
+  std::vector<ClimateLine> minutesSince(std::int64_t firstKey);
   Tally tallySince(std::int64_t firstKey);
 
   // Evapotranspiration of each day from `firstDay` to today, from the sun
@@ -128,7 +128,7 @@ class ClimateLogs {
   std::set<int> sunLoaded_;
   std::map<int, double> evapotranspiration_;
   std::map<int, DayFigures> days_;
-  std::vector<LoggedMinute> recent_;
+  std::vector<ClimateLine> recent_;
   bool recentSorted_ = true;
 };
 
