@@ -6,6 +6,7 @@
 
 #include <optional>
 
+#include "publish/tags/almanac/almanac_day.h"
 #include "publish/tags/current_values.h"
 #include "publish/tags/minute_history.h"
 
@@ -22,6 +23,12 @@ struct TagCaches {
   // hold the day a year ago.
   std::optional<MinuteHistory> recentLogs;
   std::optional<MinuteHistory> yearAgoLogs;
+
+  // Almanac: the day's sun and moon at the station and the moon's phases
+  // around the fill (publish/tags/almanac/almanac_day.h).
+  std::optional<almanac::SunDay> sunDay;
+  std::optional<almanac::MoonDay> moonDay;
+  std::optional<almanac::MoonMonth> moonMonth;
 };
 
 }  // namespace nimbrel
