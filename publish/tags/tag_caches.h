@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "publish/tags/almanac/almanac_day.h"
+#include "publish/tags/almanac/last_rain.h"
 #include "publish/tags/current_values.h"
 #include "publish/tags/minute_history.h"
 
@@ -29,6 +30,8 @@ struct TagCaches {
   std::optional<almanac::SunDay> sunDay;
   std::optional<almanac::MoonDay> moonDay;
   std::optional<almanac::MoonMonth> moonMonth;
+  // When rain last fell, from the monthly logs (publish/tags/almanac/last_rain.h).
+  std::optional<almanac::LastRain> lastRain;
 };
 
 }  // namespace nimbrel

@@ -15,6 +15,7 @@
 #include "processing/statistics/time_text.h"
 #include "publish/tags/almanac/almanac_day.h"
 #include "publish/tags/almanac/feast_dates.h"
+#include "publish/tags/almanac/last_rain.h"
 #include "publish/tags/tag_rows.h"
 #include "publish/tags/tag_tables.h"
 
@@ -150,8 +151,20 @@ using MoonDay = almanac::MoonDay;
 using MoonMonth = almanac::MoonMonth;
 using Ctx = const TagContext&;
 
-constexpr const char* kNoRainTime =
-    "; the program keeps the day's, month's and year's rain totals but not when rain last fell";
+// The time or date of the last rain: `always` counts today's rain, otherwise
+// the last rain on an earlier day ("---" when the logs of the past year hold none).
+TagSource lastRainText(bool always, bool date) {
+  return [always, date](const TagContext& c) -> TagValue {
+    const almanac::LastRain& rain = almanac::lastRain(c);
+    const auto& at = always ? rain.latest : rain.beforeToday;
+    if (!at) return noData();
+    if (date) return dateText(c, at->year, at->month, at->day);
+    LocalTime t;
+    t.hour = at->hour;
+    t.minute = at->minute;
+    return timeconvert(t, usaDates(c));
+  };
+}
 constexpr const char* kNoSunshine =
     "; no sunshine duration is counted here (it needs a sunshine sensor or a radiation threshold history)";
 
@@ -168,8 +181,8 @@ std::vector<TagDef> almanacTags() {
       text("date-year", [](Ctx c) -> TagValue { return std::to_string(c.now.year); }, "the year, four digits"),
       text("datefmt", [](Ctx c) -> TagValue { return fmt::format("{}-{:02}-{:02}", c.now.year, c.now.month, c.now.day); },
            "today's date as year-month-day (2026-06-15)"),
-      missing("dateoflastrain", std::string("date rain last fell") + kNoRainTime),
-      missing("dateoflastrainalways", std::string("date rain last fell, even today") + kNoRainTime),
+      text("dateoflastrain", lastRainText(false, true), "date of the last rain before today (from the monthly logs)"),
+      text("dateoflastrainalways", lastRainText(true, true), "date of the last rain, today included"),
       text("daylengthyesterday", fromSun([](Ctx, const SunDay& s) { return hoursAndMinutes(s.yesterdayDaylight); }),
            "yesterday's time from sunrise to sunset (hours:minutes)"),
       text("dayname", [](Ctx c) -> TagValue { return kDayNames[c.now.weekday]; }, "name of the day of the week"),
@@ -290,8 +303,8 @@ std::vector<TagDef> almanacTags() {
       text("timeofdaygreeting", [](Ctx c) -> TagValue { return greeting(c.now.hour); },
            "part of the day: Night (22:00-5:00), Early Morning (to 8:00), Morning (to noon), Afternoon (to 18:00), "
            "Evening"),
-      missing("timeoflastrain", std::string("time rain last fell") + kNoRainTime),
-      missing("timeoflastrainalways", std::string("time rain last fell, even today") + kNoRainTime),
+      text("timeoflastrain", lastRainText(false, false), "time of the last minute with rain before today"),
+      text("timeoflastrainalways", lastRainText(true, false), "time of the last minute with rain, today included"),
       missing("timeoflowgrass", "time of today's lowest grass temperature; no grass temperature sensor is read"),
       text("timesec", [](Ctx c) -> TagValue { return timeWithSeconds(c.now, usaDates(c)); },
            "time of the fill with seconds"),

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <fmt/format.h>
+
+#include <fstream>
 #include <string>
 
 #include "publish/tags/almanac/astronomy.h"
@@ -222,6 +225,30 @@ TEST(AlmanacTags, SunAndMoonNeedThePositionAndFollowTheLocalDay) {
   world.clock.set(fromLocalTime(2016, 11, 18, 12, 0, 0));
   EXPECT_EQ(world.text("moonphasename"), "Waning Gibbous");
   EXPECT_EQ(world.text("nextnewmoon").substr(0, 10), "29/11/2016");
+}
+
+// A monthly-log minute line with `rain` mm in its minute.
+std::string logLine(int day, int month, int hour, int minute, double rain) {
+  return fmt::format("{} {} 2026 {} {} 05.3 65 -0.8 1013.3 3.1 12.4 7 {:.1f} 2.4 35.6 412.0 05.3\r\n", day, month,
+                     hour, minute, rain);
+}
+
+TEST(AlmanacTags, LastRainIsReadBackFromTheMonthlyLogs) {
+  testsupport::TagWorld world;
+  world.clock.set(fromLocalTime(2026, 11, 23, 16, 55, 0));
+  EXPECT_EQ(world.text("timeoflastrainalways"), "---");
+  EXPECT_EQ(world.text("dateoflastrain"), "---");
+
+  std::ofstream(world.folder.path() / "102026lg.txt", std::ios::binary)
+      << "header\r\n" << logLine(30, 10, 14, 5, 0.2) << logLine(30, 10, 14, 6, 0.0);
+  // This month it has rained only today; the last line is still being written.
+  std::ofstream(world.folder.path() / "112026lg.txt", std::ios::binary)
+      << logLine(20, 11, 8, 15, 0.0) << logLine(23, 11, 10, 42, 0.4) << logLine(23, 11, 10, 43, 0.0)
+      << "23 11 2026 10 44 05.3 65 -0.8 1013.3 3.1 12.4 7 0.6";
+  EXPECT_EQ(world.text("timeoflastrainalways"), "10:42");
+  EXPECT_EQ(world.text("dateoflastrainalways"), "23/11/2026");
+  EXPECT_EQ(world.text("timeoflastrain"), "14:05");
+  EXPECT_EQ(world.text("dateoflastrain"), "30/10/2026");
 }
 
 TEST(AlmanacTags, AFillWorksTheSunOutOnceAndKeepsIt) {
