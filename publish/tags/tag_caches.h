@@ -6,6 +6,8 @@
 
 #include <optional>
 
+#include "publish/tags/almanac/almanac_day.h"
+#include "publish/tags/almanac/last_rain.h"
 #include "publish/tags/climate_logs.h"
 #include "publish/tags/current_values.h"
 #include "publish/tags/minute_history.h"
@@ -27,6 +29,14 @@ struct TagCaches {
   // Climate tags (tags_climate.cpp): the monthly logs read back, each month
   // at most once per fill, only the months the fill's tags ask for.
   std::optional<ClimateLogs> climate;
+
+  // Almanac: the day's sun and moon at the station and the moon's phases
+  // around the fill (publish/tags/almanac/almanac_day.h).
+  std::optional<almanac::SunDay> sunDay;
+  std::optional<almanac::MoonDay> moonDay;
+  std::optional<almanac::MoonMonth> moonMonth;
+  // When rain last fell, from the monthly logs (publish/tags/almanac/last_rain.h).
+  std::optional<almanac::LastRain> lastRain;
 };
 
 }  // namespace nimbrel
