@@ -85,3 +85,18 @@ void BM_AllTagsPage(benchmark::State& state) {
 BENCHMARK(BM_AllTagsPage)->Unit(benchmark::kMicrosecond);
 
 }  // namespace
+
+namespace {
+
+// The tags of one replacer alone: where a fill of every tag spends its time.
+void BM_OneReplacersTags(benchmark::State& state) {
+  const auto replacer = static_cast<Replacer>(state.range(0));
+  std::vector<std::string> page;
+  for (const TagDef& def : vocabulary().tags())
+    if (def.replacer == replacer) page.push_back(fmt::format("{} = %{}%", def.name, def.name));
+  state.SetLabel(fmt::format("replacer {}, {} tags", replacerNumber(replacer), page.size()));
+  fill(state, page, "testtags.txt");
+}
+BENCHMARK(BM_OneReplacersTags)->DenseRange(0, 7)->Unit(benchmark::kMicrosecond);
+
+}  // namespace
