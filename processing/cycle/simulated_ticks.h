@@ -8,7 +8,8 @@
 // event due at the same moment as a tick comes first.
 //
 // The event loop's own work (signals, results posted back by other threads)
-// is run between events, at least every few milliseconds of real time.
+// is run between events, at least every few milliseconds of real time. Work
+// handed to other threads holds the clock until it has reported back.
 
 #include <asio.hpp>
 
@@ -29,11 +30,13 @@ class SimulatedTicks final : public TickSource {
   void run(OnTick onTick) override;
   void stop() override { stopped_ = true; }
   SystemTime lastTicked() const override { return lastSecond_; }
+  void holdClockWhile(PendingWork pending) override { pending_ = std::move(pending); }
 
  private:
   // The source due first, at or before `limit`; null when none is.
   TimedEvents* firstDueBy(SystemTime limit, SystemTime& due) const;
   void runLoopWork();
+  void awaitPendingWork();
 
   asio::io_context& io_;
   ManualClock& clock_;
@@ -41,6 +44,7 @@ class SimulatedTicks final : public TickSource {
   std::chrono::sys_seconds lastSecond_{};
   std::chrono::steady_clock::time_point lastLoopWork_{};
   bool stopped_ = false;
+  PendingWork pending_;
 };
 
 }  // namespace nimbrel

@@ -37,6 +37,7 @@ class BackgroundFills {
   // under way.
   bool start(std::unique_ptr<TagSnapshot> snapshot, TemplateJob job, bool append);
   bool busy(const std::string& outputName) const { return busy_.contains(outputName); }
+  bool anyBusy() const { return !busy_.empty(); }
   // Fills finished since the start (station's thread).
   std::size_t finished() const { return finished_; }
 
