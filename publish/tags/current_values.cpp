@@ -12,6 +12,7 @@
 #include "datafiles/log_context.h"
 #include "datafiles/log_files.h"
 #include "datafiles/monthly_log_reader.h"
+#include "publish/tags/comfort_formulas.h"
 #include "publish/tags/tag_context.h"
 #include "stations/station_types.h"
 
@@ -121,17 +122,6 @@ std::string_view band(const std::array<Band, N>& bands, double value, std::strin
 }
 
 }  // namespace
-
-double humidex(double celsius, double dewPointC) {
-  const double e = 6.11 * std::exp(5417.7530 * (1.0 / 273.16 - 1.0 / (kKelvin + dewPointC)));
-  return celsius + 0.5555 * (e - 10.0);
-}
-
-double wetBulb(double celsius, int humidity) {
-  const double rh = humidity;
-  return celsius * std::atan(0.151977 * std::sqrt(rh + 8.313659)) + std::atan(celsius + rh) -
-         std::atan(rh - 1.676331) + 0.00391838 * std::pow(rh, 1.5) * std::atan(0.023101 * rh) - 4.686035;
-}
 
 double apparentTemperature(double celsius, int humidity, double windMs) {
   return celsius + 0.33 * vapourPressure(celsius, humidity) - 0.70 * windMs - 4.00;

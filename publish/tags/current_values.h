@@ -21,11 +21,7 @@ namespace current {
 
 // ---- Derived quantities (°C, %, m/s, hPa, W/m2 in) ----
 
-// Humidex (Masterton and Richardson 1979): T + 5/9 (e - 10), e the vapour
-// pressure in hPa from the dew point.
-double humidex(double celsius, double dewPointC);
-// Wet-bulb temperature (Stull 2011 fit, for pressures near 1013 hPa).
-double wetBulb(double celsius, int humidity);
+// Humidex and the wet bulb: publish/tags/comfort_formulas.h.
 // Steadman's apparent temperature (1994) in the shade: T + 0.33 e - 0.70 ws - 4.00.
 double apparentTemperature(double celsius, int humidity, double windMs);
 // The same with the sun: T + 0.348 e - 0.70 ws + 0.70 Q / (ws + 10) - 4.25,

@@ -9,6 +9,7 @@
 #include "core/weather_utils.h"
 #include "datafiles/log_fields.h"
 #include "datafiles/monthly_log_reader.h"
+#include "publish/tags/comfort_formulas.h"
 #include "publish/tags/unit_conversion.h"
 
 namespace nimbrel {
@@ -70,12 +71,6 @@ std::optional<LoggedExtreme> extremeOf(std::span<const LoggedMinute> minutes, Lo
 double apparentTemperature(double celsius, double humidity, double windKnots) {
   const double vapour = humidity / 100.0 * 6.105 * std::exp(17.27 * celsius / (237.7 + celsius));
   return celsius + 0.33 * vapour - 0.70 * windKnots * kMetresPerSecondPerKnot - 4.00;
-}
-
-// Environment Canada's humidex from the temperature and the dew point.
-double humidex(double celsius, double dewpointCelsius) {
-  const double vapour = 6.11 * std::exp(5417.7530 * (1.0 / 273.16 - 1.0 / (273.15 + dewpointCelsius)));
-  return celsius + 0.5555 * (vapour - 10.0);
 }
 
 long long civilMinute(int year, int month, int day, int hour, int minute) {

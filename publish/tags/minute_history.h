@@ -52,7 +52,6 @@ struct LogReading {
 
 // The derived fields of a minute from its logged ones.
 double apparentTemperature(double celsius, double humidity, double windKnots);
-double humidex(double celsius, double dewpointCelsius);
 
 // One field of a logged minute, for the scans below.
 using LoggedField = double LoggedMinute::*;

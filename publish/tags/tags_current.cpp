@@ -13,6 +13,7 @@
 
 #include "core/weather_utils.h"
 #include "processing/statistics/compass_words.h"
+#include "publish/tags/comfort_formulas.h"
 #include "publish/tags/current_values.h"
 #include "publish/tags/tag_format.h"
 #include "publish/tags/tag_rows.h"
@@ -74,12 +75,12 @@ double indoorDewC(const TagContext& c) {
 }
 double windMs(const TagContext& c) { return c.live.windspeed * kMetresPerSecondPerKnot; }
 double feelsC(const TagContext& c) { return current::feelsLike(c.live.outtemp, c.live.windchill, c.live.heatindex); }
-double humidexC(const TagContext& c) { return current::humidex(c.live.outtemp, c.live.dewpoint); }
+double humidexC(const TagContext& c) { return humidex(c.live.outtemp, c.live.dewpoint); }
 double apparentC(const TagContext& c) { return current::apparentTemperature(c.live.outtemp, c.live.outhum, windMs(c)); }
 double apparentSolarC(const TagContext& c) {
   return current::apparentSolarTemperature(c.live.outtemp, c.live.outhum, windMs(c), c.live.solar);
 }
-double wetBulbC(const TagContext& c) { return current::wetBulb(c.live.outtemp, c.live.outhum); }
+double wetBulbC(const TagContext& c) { return wetBulb(c.live.outtemp, c.live.outhum); }
 double cloudMetres(const TagContext& c) { return current::cloudBaseMetres(c.live.outtemp, c.live.dewpoint); }
 double densityKgM3(const TagContext& c) {
   return current::airDensity(c.live.outtemp, c.live.outhum, current::stationPressureHPa(c));
