@@ -8,9 +8,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <span>
 
 #include "core/clock.h"
+#include "publish/tags/log_minutes.h"
 #include "publish/tags/tag_options.h"
 
 namespace nimbrel {
@@ -83,27 +84,17 @@ double clearSkyRadiation(double elevationDegrees);
 
 // ---- The recent minutes of the monthly log ----
 
-struct LoggedMinute {
-  long long minute = 0;  // minutes since 1970-01-01 local
-  double temperatureC = 0;
-  double barometerHPa = 0;
-  double windKnots = 0;
-  double direction = 0;
-  double rainMm = 0;  // rain of that minute
-};
-
 struct RecentLog {
   long long nowMinute = 0;
-  std::vector<LoggedMinute> minutes;  // yesterday from midnight to now, oldest first
+  MinuteHistory history;  // yesterday from midnight to now, every line kept
 
   // The newest line at least `age` minutes old but no older than `age` + 10.
   const LoggedMinute* atAge(int age) const;
   // Lines newer than `age` minutes.
-  std::vector<const LoggedMinute*> within(int age) const;
+  std::span<const LoggedMinute> within(int age) const;
   double rainBetween(long long fromMinute, long long toMinute) const;  // [from, to)
 };
 
-long long minuteNumber(int year, int month, int day, int hour, int minute);
 const RecentLog& recentLog(const TagContext& context);
 // The name of this month's monthly log ("62026lg.txt").
 std::string monthLogName(const TagContext& context);

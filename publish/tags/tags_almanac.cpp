@@ -159,10 +159,7 @@ TagSource lastRainText(bool always, bool date) {
     const auto& at = always ? rain.latest : rain.beforeToday;
     if (!at) return noData();
     if (date) return dateText(c, at->year, at->month, at->day);
-    LocalTime t;
-    t.hour = at->hour;
-    t.minute = at->minute;
-    return timeconvert(t, usaDates(c));
+    return timeconvert(*at, usaDates(c));
   };
 }
 constexpr const char* kNoSunshine =

@@ -62,8 +62,7 @@ using SpanOf = Span Tally::*;
 
 ClimateLogs& logs(const TagContext& c) {
   if (!c.caches.climate)
-    c.caches.climate.emplace(c.logFolder, c.units.units.logFile, c.units.resets.dayReset == DayResetTime::nineAm,
-                             c.now);
+    c.caches.climate.emplace(logMinutes(c), c.units.resets.dayReset == DayResetTime::nineAm, c.now);
   return *c.caches.climate;
 }
 
@@ -194,7 +193,7 @@ TagValue rainMinutesSince(const TagContext& c, std::int64_t firstKey) {
   const auto lines = logs(c).minutesSince(firstKey);
   if (lines.empty()) return noData();
   double sum = 0;
-  for (const auto& line : lines) sum += line.rainMinute;
+  for (const LoggedMinute& line : lines) sum += std::max(0.0, line.rain);
   return sum;
 }
 
@@ -324,7 +323,7 @@ Tally lastNight(const TagContext& c) {
   const std::int64_t end = start + 12 * 60;
   Tally tally;
   for (const auto& line : logs(c).minutesSince(start))
-    if (line.key <= end) tally.add(line);
+    if (line.minute <= end) tally.add(line);
   return tally;
 }
 

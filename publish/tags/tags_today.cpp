@@ -18,7 +18,7 @@
 #include "processing/statistics/compass_words.h"
 #include "processing/statistics/time_text.h"
 #include "processing/statistics/wind_history.h"
-#include "publish/tags/minute_history.h"
+#include "publish/tags/log_minutes.h"
 #include "publish/tags/tag_format.h"
 #include "publish/tags/tag_rows.h"
 #include "publish/tags/tag_tables.h"
@@ -67,12 +67,6 @@ long long dayStartOf(long long minute, int hour) {
 }
 long long todayStart(const Ctx& c) { return dayStartOf(nowMinute(c), resetHour(c)); }
 
-int daysInMonth(int year, int month) {
-  static constexpr std::array<int, 12> kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-  return month == 2 && leap ? 29 : kDays[static_cast<std::size_t>(month - 1)];
-}
-
 // The same time of day one calendar month earlier (the 31st of a shorter
 // month falls on its last day).
 long long monthAgoMinute(const LocalTime& t) {
@@ -96,7 +90,7 @@ std::string timeText(const Ctx& c, long long minute) {
 MinuteHistory readLogs(const Ctx& c, long long from, long long to) {
   const bool nineAm = c.units.resets.dayReset == DayResetTime::nineAm;
   const std::vector<LogMonth> months = logMonthsCovering(from, to, nineAm);
-  return MinuteHistory::read(c.logFolder, months, LogReading{c.units.units.logFile, c.units.wind.chillFromGust});
+  return MinuteHistory::gather(logMinutes(c), months, MinuteHistory::Repeats::first);
 }
 
 // From the day a month ago to now.
