@@ -1,5 +1,7 @@
 #include "publish/tags/civil_calendar.h"
 
+#include <algorithm>
+
 namespace nimbrel {
 
 // The era arithmetic: years counted from March, so that the leap day ends
@@ -30,8 +32,21 @@ int daysInMonth(int year, int month) {
   return next - dayNumber(year, month, 1);
 }
 
+CivilDate monthsBefore(const CivilDate& date, int months) {
+  const int index = date.year * 12 + date.month - 1 - months;
+  const int year = index / 12;
+  const int month = index % 12 + 1;
+  return {year, month, std::min(date.day, daysInMonth(year, month))};
+}
+
 long long civilMinute(int year, int month, int day, int hour, int minute) {
   return dayNumber(year, month, day) * kMinutesPerDay + hour * 60LL + minute;
+}
+
+long long lastTimeAtHour(long long minute, int hour) {
+  const long long shifted = minute - hour * 60LL;
+  const long long day = shifted >= 0 ? shifted / kMinutesPerDay : (shifted - kMinutesPerDay + 1) / kMinutesPerDay;
+  return day * kMinutesPerDay + hour * 60LL;
 }
 
 LocalTime civilTime(long long minute) {

@@ -51,6 +51,17 @@ TEST(LogMinutes, OneParseInInternalUnitsAndRepeatedMinutesAsEachViewWants) {
   EXPECT_EQ(all.latestUpTo(civilMinute(2026, 6, 15, 14, 4)), nullptr);
 }
 
+TEST(CivilCalendar, MonthsBackAndDayStarts) {
+  EXPECT_EQ(monthsBefore({2024, 3, 31}, 1), (CivilDate{2024, 2, 29}));
+  EXPECT_EQ(monthsBefore({2024, 2, 29}, 12), (CivilDate{2023, 2, 28}));
+  EXPECT_EQ(monthsBefore({2026, 1, 15}, 1), (CivilDate{2025, 12, 15}));
+  const long long nine = civilMinute(2026, 6, 15, 9, 0);
+  EXPECT_EQ(lastTimeAtHour(nine, 9), nine);
+  EXPECT_EQ(lastTimeAtHour(nine - 1, 9), nine - kMinutesPerDay);
+  EXPECT_EQ(lastTimeAtHour(civilMinute(1969, 12, 31, 23, 0), 0), civilMinute(1969, 12, 31, 0, 0));
+  EXPECT_EQ(civilTime(civilMinute(2026, 6, 15, 14, 30)).weekday, 1);  // a Monday
+}
+
 // Every family reads the minutes of one fill from its cache: with the log
 // gone after the first tag, the others of that fill still see its minutes.
 TEST(LogMinutes, FamiliesOfOneFillShareEachMonthRead) {
