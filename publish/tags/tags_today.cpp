@@ -342,10 +342,7 @@ TagSource thisHourGustTime() {
 TagSource rainOver(long long minutes) {
   return [minutes](const Ctx& c) {
     const auto span = lastMinutes(c, minutes);
-    if (span.empty()) return noData();
-    double sum = 0;
-    for (const LoggedMinute& m : span) sum += m.rain;
-    return TagValue(sum);
+    return span.empty() ? noData() : TagValue(rainOf(span));
   };
 }
 
