@@ -4,8 +4,10 @@
 
 #include <memory>
 
+#include "app/demo_page.h"
 #include "app/demo_summary.h"
 #include "app/station_program.h"
+#include "core/file_io.h"
 #include "core/ini_store.h"
 #include "core/instance.h"
 #include "core/instance_lock.h"
@@ -41,6 +43,26 @@ void writeDemoStation(SettingsStore& settings) {
   settings.writeSwitch(kPortSection, "use tcpip vp", true);
   settings.WriteString(kPortSection, "use tcpip vp ip", kLoopback);
   settings.WriteString("Connections", "StationName", "Demo Station");
+  // Where the demo station stands, for the sun and moon of its page.
+  settings.WriteString("Station position", "latitude", "51.4779");
+  settings.WriteString("Station position", "longitude", "-0.0015");
+  settings.WriteString("Height above sea level", "value", "46");
+  // Its page shows units, with the degree sign as an HTML entity.
+  settings.writeSwitch("Use my own template", "display units", true);
+  settings.writeSwitch("Use my own template", "html degree sign", true);
+}
+
+// The example page: filled into "wx.html" every minute while the demo runs.
+// An owner's own version in the folder is kept.
+std::string writeDemoPage(const std::filesystem::path& webfiles) {
+  const auto page = webfiles / "wxlocal.html";
+  std::error_code ec;
+  if (std::filesystem::exists(page, ec)) return {};
+  std::filesystem::create_directories(webfiles, ec);
+  std::string error;
+  if (!writeFileAtomically(page, kDemoPageTemplate, &error, Durability::Cached))
+    return fmt::format("the demo's page template {} cannot be written ({})", page.string(), error);
+  return {};
 }
 
 std::filesystem::path demoSettingsFile(const std::filesystem::path& dir) {
@@ -196,7 +218,7 @@ std::string prepareDemoFolder(const std::filesystem::path& dir, std::optional<st
   if (!settings.flush())
     return fmt::format("the demo's settings {} cannot be written; choose another folder with --dir",
                        settingsFile.string());
-  return {};
+  return writeDemoPage(locateFolders(dir, settings).webfiles);
 }
 
 int runDemo(const DemoOptions& options, std::FILE* out) {

@@ -52,6 +52,8 @@ constexpr std::array kFileKinds{
     FileKind{"ftplog.txt", false, "the upload log"},
     FileKind{"clientraw.txt", false, "the live snapshot for web pages, rewritten every 10 s"},
     FileKind{"clientrawtemp.txt", false, "clientraw.txt as first written, before it is copied into place"},
+    FileKind{"wxlocal.html", false, "the example page template: tags such as %temp% between % signs"},
+    FileKind{"wx.html", false, "wxlocal.html filled with the station's values every minute: open it in a browser"},
 };
 
 // "112026lg.txt" -> "lg.txt": month (1-12) and year digits in front.

@@ -4,6 +4,7 @@
 #include <fmt/format.h>
 
 #include "app/decode_command.h"
+#include "app/tag_list.h"
 #include "app/tags_command.h"
 #include "app/demo_command.h"
 #include "app/run_command.h"
@@ -122,9 +123,15 @@ int main(int argc, char** argv) {
                       "the template; a bare name not found here is taken from the folder's web files");
   tagsCmd->add_option("output", tags.outputFile, "where the filled page goes (default: standard output)");
   tagsCmd->add_flag("--all", tags.all, "write testtags.txt with every tag and fill it into testtags.php");
+  bool listTags = false;
+  tagsCmd->add_flag("--list", listTags, "print the list of every tag, what it gives and its format (Markdown)");
 
   CLI11_PARSE(app, argc, argv);
   if (tagsCmd->parsed()) {
+    if (listTags) {
+      fmt::print("{}", nimbrel::tagListMarkdown());
+      return 0;
+    }
     if (!tags.all && tags.templateFile.empty()) {
       fmt::print(stderr, "give a template, or --all\n");
       return 2;

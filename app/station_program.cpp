@@ -39,7 +39,10 @@ StationProgram::StationProgram(asio::io_context& io, const Clock& clock, const s
                      stationLog_, errorLog_,
                      HousekeepingFiles{programFolder, programFolder / stores_.names.mainSettings, folders_.logs}}),
       dataFiles_({record_, statistics_, stores_.main, stores_.registry, units_, errorLog_, stationLog_, folders_.logs,
-                  folders_.webfiles, station_.code, station_.code == stationtype::vantagePro}) {
+                  folders_.webfiles, station_.code, station_.code == stationtype::vantagePro}),
+      pages_(readPageJobs(stores_.main)),
+      pageFills_([&io](std::function<void()> work) { asio::post(io, std::move(work)); },
+                 [this](const std::string& message) { errorLog_.write(message); }) {
   record_.stationname = units_.connections.stationName;
 }
 
@@ -106,6 +109,7 @@ void StationProgram::wireCycle() {
     statistics_.checkRecordPeriods(lastTick_);
   };
   minute.records.run = [this] { saveRecords(); };
+  cycle_.secondHalf.customWebPages.run = [this] { fillDuePages(); };
   minute.flushSettings.run = [this] {
     statistics_.saveRainStorage();
     if (!stores_.flushAll()) throw std::runtime_error("the settings files could not be written");
@@ -114,6 +118,22 @@ void StationProgram::wireCycle() {
 
 void StationProgram::saveRecords() {
   statistics_.saveRecords({folders_.program / stores_.names.mainSettings, folders_.program, &recordsBackupText_});
+}
+
+// The pages due this second are filled away from the tick, each from a
+// snapshot of this moment. The local web page is made only when its
+// template is there.
+void StationProgram::fillDuePages() {
+  const SystemTime now = clock_.now();
+  for (const PageJob* job : pages_.due(now, lastTick_)) {
+    std::error_code ec;
+    if (job->everySeconds == 0 && !std::filesystem::exists(folders_.webfiles / job->templateName, ec)) continue;
+    if (pageFills_.busy(job->outputName)) continue;
+    auto snapshot = std::make_unique<TagSnapshot>(TagSources{record_, statistics_, units_, stores_.main.document(),
+                                                             now, cycleState_.reading_received, folders_.logs});
+    pageFills_.start(std::move(snapshot), TemplateJob{folders_.webfiles, job->templateName, job->outputName},
+                     job->append);
+  }
 }
 
 void StationProgram::tick(const LocalTime& now) {

@@ -19,6 +19,8 @@
 #include "processing/rollover/housekeeping.h"
 #include "processing/cycle/main_cycle.h"
 #include "processing/statistics/station_statistics.h"
+#include "publish/pages/background_fills.h"
+#include "publish/pages/page_jobs.h"
 #include "stations/byte_link.h"
 #include "stations/receive_state.h"
 #include "stations/station_types.h"
@@ -54,6 +56,7 @@ class StationProgram {
   const StationStatistics& statistics() const { return statistics_; }
   const MainCycle& cycle() const { return cycle_; }
   const DataFileWriters& dataFiles() const { return dataFiles_; }
+  const BackgroundFills& pageFills() const { return pageFills_; }
   TextLog& errorLog() { return errorLog_; }
   SettingsStore& settings() { return stores_.main; }
 
@@ -63,6 +66,7 @@ class StationProgram {
   void wireCycle();
   void onReading();
   void saveRecords();
+  void fillDuePages();
 
   asio::io_context& io_;
   const Clock& clock_;
@@ -86,6 +90,8 @@ class StationProgram {
   LocalTime lastTick_;
   std::string recordsBackupText_;
   bool stopped_ = false;
+  PageSchedule pages_;
+  BackgroundFills pageFills_;  // last: its worker ends before the state it reads goes
 };
 
 }  // namespace nimbrel
