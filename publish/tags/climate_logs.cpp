@@ -54,26 +54,30 @@ std::optional<double> Span::lowest() const {
 void Tally::add(const LoggedMinute& m) {
   const int day = static_cast<int>(m.minute / kMinutesPerDay);
   const int dir = static_cast<int>(std::clamp(m.direction, 0.0, 359.0));
-  const double rain = std::max(0.0, m.rain);
-  temp.add(m.temperature);
-  hum.add(m.humidity);
-  dew.add(m.dewpoint);
-  if (baro.count == 0 || m.barometer > baro.high) baroHighDay = day;
-  if (baro.count == 0 || m.barometer < baro.low) baroLowDay = day;
-  baro.add(m.barometer);
-  wind.add(m.wind);
-  if (gust.count == 0 || m.gust > gust.high) {
+  const double rain = singlePrecision(std::max(0.0, m.rain));
+  const double temperature = singlePrecision(m.temperature);
+  const double barometer = singlePrecision(m.barometer);
+  const double windSpeed = singlePrecision(m.wind);
+  const double gustSpeed = singlePrecision(m.gust);
+  temp.add(temperature);
+  hum.add(singlePrecision(m.humidity));
+  dew.add(singlePrecision(m.dewpoint));
+  if (baro.count == 0 || barometer > baro.high) baroHighDay = day;
+  if (baro.count == 0 || barometer < baro.low) baroLowDay = day;
+  baro.add(barometer);
+  wind.add(windSpeed);
+  if (gust.count == 0 || gustSpeed > gust.high) {
     gustHighDir = dir;
     gustHighDay = day;
   }
-  gust.add(m.gust);
+  gust.add(gustSpeed);
   const double radians = dir * std::numbers::pi / 180.0;
-  dirX += m.wind * std::sin(radians);
-  dirY += m.wind * std::cos(radians);
+  dirX += windSpeed * std::sin(radians);
+  dirY += windSpeed * std::cos(radians);
   rainMinutes += rain;
   if (rain > 0) ++minutesWithRain;
-  if (m.temperature < 0) ++frostMinutes;
-  windRunNm += m.wind / 60.0;
+  if (temperature < 0) ++frostMinutes;
+  windRunNm += windSpeed / 60.0;
 }
 
 void Tally::merge(const Tally& other) {

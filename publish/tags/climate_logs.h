@@ -25,6 +25,11 @@
 
 namespace nimbrel {
 
+// Minute values enter the climate figures in single precision, all that a
+// log line's one or two decimals carry; the day means and degree days round
+// on it.
+inline double singlePrecision(double value) { return static_cast<float>(value); }
+
 // Highest, lowest, sum and count of one quantity.
 struct Span {
   double sum = 0;
