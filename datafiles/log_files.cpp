@@ -21,7 +21,11 @@ LogMonth logMonth(const ReadingTime& time, bool nineAmDay) {
 std::string monthStem(const LogMonth& month) { return fmt::format("{}{}", month.month, month.year); }
 
 std::filesystem::path monthFile(const LogOptions& options, const ReadingTime& time, std::string_view suffix) {
-  return options.logsFolder / (monthStem(logMonth(time, options.nineAmDay)) + std::string(suffix));
+  return monthFile(options.logsFolder, logMonth(time, options.nineAmDay), suffix);
+}
+
+std::filesystem::path monthFile(const std::filesystem::path& folder, const LogMonth& month, std::string_view suffix) {
+  return folder / (monthStem(month) + std::string(suffix));
 }
 
 LogAppend appendLogRecord(const std::filesystem::path& file, std::string_view header, std::string_view line,

@@ -30,6 +30,8 @@ LogMonth logMonth(const ReadingTime& time, bool nineAmDay);
 std::string monthStem(const LogMonth& month);
 // The logs folder's file month + year + suffix for the month the line belongs to.
 std::filesystem::path monthFile(const LogOptions& options, const ReadingTime& time, std::string_view suffix);
+// The file month + year + suffix of `month` in `folder` ("112026lg.txt").
+std::filesystem::path monthFile(const std::filesystem::path& folder, const LogMonth& month, std::string_view suffix);
 
 // Appends `line` and a CR LF to `file`, creating the file with `header` and
 // a CR LF first when it does not exist.

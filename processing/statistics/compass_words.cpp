@@ -1,5 +1,6 @@
 #include "processing/statistics/compass_words.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -19,6 +20,13 @@ std::string_view compassWord(int sector, bool german) {
   if (sector < 0 || sector >= static_cast<int>(kEnglish.size())) return kNoCompassWord;
   const auto index = static_cast<std::size_t>(sector);
   return german ? kGerman[index] : kEnglish[index];
+}
+
+std::string_view compassLetters(int sector, bool german) {
+  std::string_view word = compassWord(sector, german);
+  word.remove_prefix(std::min(word.find_first_not_of(' '), word.size()));
+  word.remove_suffix(word.size() - std::min(word.find_last_not_of(' ') + 1, word.size()));
+  return word;
 }
 
 }  // namespace nimbrel

@@ -16,5 +16,7 @@ int compassSector(double degrees);
 
 // The word of a sector; kNoCompassWord outside 0-16.
 std::string_view compassWord(int sector, bool german);
+// The same without the blanks that line it up ("N", "SW"), for text.
+std::string_view compassLetters(int sector, bool german);
 
 }  // namespace nimbrel

@@ -10,57 +10,8 @@
 
 #include "core/live_record.h"
 #include "datafiles/log_files.h"
-#include "datafiles/monthly_log_reader.h"
 
 namespace nimbrel {
-namespace {
-
-constexpr int kMinutesPerDay = 1440;
-
-double fromLogTemperature(double value, UnitSystem units) {
-  return units == UnitSystem::usa
-             ? (value - writer_units::kFahrenheitOffset) / writer_units::kFahrenheitPerCelsius
-             : value;
-}
-double fromLogWind(double value, UnitSystem units) {
-  return units == UnitSystem::usa ? value / writer_units::kMphPerKnot : value;
-}
-double fromLogPressure(double value, UnitSystem units) {
-  return units == UnitSystem::usa ? value / writer_units::kInchesHgPerHPa : value;
-}
-double fromLogRain(double value, UnitSystem units) {
-  return units == UnitSystem::usa ? value / writer_units::kInchesPerMm : value;
-}
-
-}  // namespace
-
-// Days from 1970-01-01 of a Gregorian date (the well-known era arithmetic:
-// years from March, 400-year eras of 146097 days).
-int dayNumber(int year, int month, int day) {
-  year -= month <= 2 ? 1 : 0;
-  const int era = (year >= 0 ? year : year - 399) / 400;
-  const int yearOfEra = year - era * 400;
-  const int dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
-  const int dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
-  return era * 146097 + dayOfEra - 719468;
-}
-
-CivilDate civilDate(int number) {
-  number += 719468;
-  const int era = (number >= 0 ? number : number - 146096) / 146097;
-  const int dayOfEra = number - era * 146097;
-  const int yearOfEra = (dayOfEra - dayOfEra / 1460 + dayOfEra / 36524 - dayOfEra / 146096) / 365;
-  const int dayOfYear = dayOfEra - (365 * yearOfEra + yearOfEra / 4 - yearOfEra / 100);
-  const int shifted = (5 * dayOfYear + 2) / 153;
-  const int day = dayOfYear - (153 * shifted + 2) / 5 + 1;
-  const int month = shifted < 10 ? shifted + 3 : shifted - 9;
-  return {yearOfEra + era * 400 + (month <= 2 ? 1 : 0), month, day};
-}
-
-int daysInMonth(int year, int month) {
-  const int next = month == 12 ? dayNumber(year + 1, 1, 1) : dayNumber(year, month + 1, 1);
-  return next - dayNumber(year, month, 1);
-}
 
 void Span::add(double value) {
   if (count == 0) {
@@ -98,27 +49,35 @@ std::optional<double> Span::lowest() const {
   return low;
 }
 
-void Tally::add(const ClimateLine& line) {
-  const int day = line.day();
-  temp.add(line.temp);
-  hum.add(line.hum);
-  dew.add(line.dew);
-  if (baro.count == 0 || line.baro > baro.high) baroHighDay = day;
-  if (baro.count == 0 || line.baro < baro.low) baroLowDay = day;
-  baro.add(line.baro);
-  wind.add(line.wind);
-  if (gust.count == 0 || line.gust > gust.high) {
-    gustHighDir = line.dir;
+// Directions are taken in whole degrees 0-359 and rain of a minute as no
+// less than none.
+void Tally::add(const LoggedMinute& m) {
+  const int day = static_cast<int>(m.minute / kMinutesPerDay);
+  const int dir = static_cast<int>(std::clamp(m.direction, 0.0, 359.0));
+  const double rain = singlePrecision(std::max(0.0, m.rain));
+  const double temperature = singlePrecision(m.temperature);
+  const double barometer = singlePrecision(m.barometer);
+  const double windSpeed = singlePrecision(m.wind);
+  const double gustSpeed = singlePrecision(m.gust);
+  temp.add(temperature);
+  hum.add(singlePrecision(m.humidity));
+  dew.add(singlePrecision(m.dewpoint));
+  if (baro.count == 0 || barometer > baro.high) baroHighDay = day;
+  if (baro.count == 0 || barometer < baro.low) baroLowDay = day;
+  baro.add(barometer);
+  wind.add(windSpeed);
+  if (gust.count == 0 || gustSpeed > gust.high) {
+    gustHighDir = dir;
     gustHighDay = day;
   }
-  gust.add(line.gust);
-  const double radians = line.dir * std::numbers::pi / 180.0;
-  dirX += line.wind * std::sin(radians);
-  dirY += line.wind * std::cos(radians);
-  rainMinutes += line.rainMinute;
-  if (line.rainMinute > 0) ++minutesWithRain;
-  if (line.temp < 0) ++frostMinutes;
-  windRunNm += line.wind / 60.0;
+  gust.add(gustSpeed);
+  const double radians = dir * std::numbers::pi / 180.0;
+  dirX += windSpeed * std::sin(radians);
+  dirY += windSpeed * std::cos(radians);
+  rainMinutes += rain;
+  if (rain > 0) ++minutesWithRain;
+  if (temperature < 0) ++frostMinutes;
+  windRunNm += windSpeed / 60.0;
 }
 
 void Tally::merge(const Tally& other) {
@@ -150,60 +109,41 @@ std::optional<double> Tally::direction() const {
   return degrees >= 360.0 ? 0.0 : degrees;
 }
 
-ClimateLogs::ClimateLogs(std::filesystem::path folder, UnitSystem logUnits, bool nineAmDay, const LocalTime& now)
-    : folder_(std::move(folder)),
-      units_(logUnits),
+ClimateLogs::ClimateLogs(LogMinutes& logs, bool nineAmDay, const LocalTime& now)
+    : logs_(&logs),
       nineAmDay_(nineAmDay),
       today_(dayNumber(now.year, now.month, now.day)),
-      nowKey_(static_cast<std::int64_t>(today_) * kMinutesPerDay + now.hour * 60 + now.minute) {}
+      nowKey_(civilMinute(now)) {}
 
-void ClimateLogs::loadMonth(int year, int month) {
-  if (!loaded_.insert(year * 12 + month - 1).second) return;
-  const auto text = readMonthlyLog(folder_ / (monthStem({month, year}) + "lg.txt"));
-  if (!text) return;
-  const std::int64_t recentFrom = nowKey_ - static_cast<std::int64_t>(kRecentDays) * kMinutesPerDay;
+std::vector<LogMonth> ClimateLogs::monthsFrom(int firstDay) const {
+  CivilDate from = civilDate(firstDay);
+  const CivilDate to = civilDate(today_);
+  if (nineAmDay_ && from.day == 1) from = civilDate(firstDay - 1);
+  std::vector<LogMonth> months;
+  for (int index = from.year * 12 + from.month - 1; index <= to.year * 12 + to.month - 1; ++index)
+    months.push_back({index % 12 + 1, index / 12});
+  return months;
+}
+
+void ClimateLogs::summarise(const LogMonth& month) {
+  if (!summarised_.insert(month.year * 12 + month.month - 1).second) return;
   double previousDailyRain = 0;  // a file starts just after a reset of the day's rain
-  for (const auto& line : text->lines()) {
-    const int day = dayNumber(static_cast<int>(line.number(LogColumn::year)),
-                              static_cast<int>(line.number(LogColumn::month)),
-                              static_cast<int>(line.number(LogColumn::day)));
-    ClimateLine minute;
-    minute.key = static_cast<std::int64_t>(day) * kMinutesPerDay +
-                 static_cast<int>(line.number(LogColumn::hour)) * 60 + static_cast<int>(line.number(LogColumn::minute));
-    if (minute.key > nowKey_) continue;  // a clock set back leaves lines "in the future"
-    minute.temp = static_cast<float>(fromLogTemperature(line.number(LogColumn::temperature), units_));
-    minute.hum = static_cast<float>(line.number(LogColumn::humidity));
-    minute.dew = static_cast<float>(fromLogTemperature(line.number(LogColumn::dewpoint), units_));
-    minute.baro = static_cast<float>(fromLogPressure(line.number(LogColumn::barometer), units_));
-    minute.wind = static_cast<float>(fromLogWind(line.number(LogColumn::windspeed), units_));
-    minute.gust = static_cast<float>(fromLogWind(line.number(LogColumn::gustspeed), units_));
-    minute.dir = static_cast<std::uint16_t>(std::clamp(line.number(LogColumn::direction), 0.0, 359.0));
-    minute.rainMinute = static_cast<float>(std::max(0.0, fromLogRain(line.number(LogColumn::rainlastmin), units_)));
-    const double dailyRain = fromLogRain(line.number(LogColumn::dailyrain), units_);
-
+  for (const LoggedMinute& minute : logs_->month(month)) {
+    if (minute.minute > nowKey_) continue;  // a clock set back leaves lines "in the future"
+    const int day = static_cast<int>(minute.minute / kMinutesPerDay);
     DayFigures& figures = days_[day];
     figures.day = day;
     figures.tally.add(minute);
     // A fall of the day's total is its reset: what it shows now fell since.
-    figures.rain += dailyRain >= previousDailyRain ? dailyRain - previousDailyRain : dailyRain;
-    previousDailyRain = dailyRain;
-    figures.monthRainEnd = fromLogRain(line.number(LogColumn::monthlyrain), units_);
-    figures.yearRainEnd = fromLogRain(line.number(LogColumn::yearlyrain), units_);
-
-    if (minute.key >= recentFrom) {
-      recent_.push_back(minute);
-      recentSorted_ = false;
-    }
+    figures.rain += minute.dailyRain >= previousDailyRain ? minute.dailyRain - previousDailyRain : minute.dailyRain;
+    previousDailyRain = minute.dailyRain;
+    figures.monthRainEnd = minute.monthRain;
+    figures.yearRainEnd = minute.yearRain;
   }
 }
 
 void ClimateLogs::loadRange(int firstDay) {
-  CivilDate from = civilDate(firstDay);
-  const CivilDate to = civilDate(today_);
-  // With the 9 am weather day the first hours of a month lie in the file before.
-  if (nineAmDay_ && from.day == 1) from = civilDate(firstDay - 1);
-  for (int index = from.year * 12 + from.month - 1; index <= to.year * 12 + to.month - 1; ++index)
-    loadMonth(index / 12, index % 12 + 1);
+  for (const LogMonth& month : monthsFrom(firstDay)) summarise(month);
 }
 
 std::vector<const DayFigures*> ClimateLogs::days(int firstDay) {
@@ -217,36 +157,35 @@ std::vector<const DayFigures*> ClimateLogs::days(int firstDay) {
 const DayFigures* ClimateLogs::dayAt(int day) {
   if (day > today_) return nullptr;
   const CivilDate date = civilDate(day);
-  loadMonth(date.year, date.month);
+  summarise({date.month, date.year});
   if (nineAmDay_) {
     // The day's first or last hours may lie in a neighbouring month's file.
     const CivilDate before = civilDate(day - 1);
     const CivilDate after = civilDate(std::min(day + 1, today_));
-    loadMonth(before.year, before.month);
-    loadMonth(after.year, after.month);
+    summarise({before.month, before.year});
+    summarise({after.month, after.year});
   }
   const auto it = days_.find(day);
   return it == days_.end() ? nullptr : &it->second;
 }
 
-std::vector<ClimateLine> ClimateLogs::minutesSince(std::int64_t firstKey) {
-  firstKey = std::max(firstKey, nowKey_ - static_cast<std::int64_t>(kRecentDays) * kMinutesPerDay);
-  loadRange(static_cast<int>(firstKey / kMinutesPerDay));
-  if (!recentSorted_) {
-    std::stable_sort(recent_.begin(), recent_.end(),
-                     [](const ClimateLine& a, const ClimateLine& b) { return a.key < b.key; });
-    recentSorted_ = true;
+std::span<const LoggedMinute> ClimateLogs::minutesSince(std::int64_t firstKey) {
+  const std::int64_t recentFrom = nowKey_ - static_cast<std::int64_t>(kRecentDays) * kMinutesPerDay;
+  firstKey = std::max(firstKey, recentFrom);
+  const std::vector<LogMonth> months = monthsFrom(static_cast<int>(firstKey / kMinutesPerDay));
+  const int first = months.front().year * 12 + months.front().month - 1;
+  if (!recent_ || first < recentFirstMonth_) {
+    recent_ = MinuteHistory::gather(*logs_, months, MinuteHistory::Repeats::all, recentFrom, nowKey_);
+    recentFirstMonth_ = first;
   }
-  const auto first = std::lower_bound(recent_.begin(), recent_.end(), firstKey,
-                                      [](const ClimateLine& line, std::int64_t key) { return line.key < key; });
-  return {first, recent_.end()};
+  return recent_->between(firstKey, nowKey_ + 1);
 }
 
 // A sun-log line is "day month year hour minute sunshine ET"; anything else
 // (the header, a damaged line) is passed over.
-void ClimateLogs::loadSunMonth(int year, int month) {
-  if (!sunLoaded_.insert(year * 12 + month - 1).second) return;
-  std::ifstream in(folder_ / (monthStem({month, year}) + "lgsun.txt"), std::ios::binary);
+void ClimateLogs::loadSunMonth(const LogMonth& month) {
+  if (!sunLoaded_.insert(month.year * 12 + month.month - 1).second) return;
+  std::ifstream in(monthFile(logs_->folder(), month, "lgsun.txt"), std::ios::binary);
   std::string line;
   while (std::getline(in, line)) {
     std::istringstream fields(line);
@@ -256,18 +195,14 @@ void ClimateLogs::loadSunMonth(int year, int month) {
     if (lineMonth < 1 || lineMonth > 12 || day < 1 || day > daysInMonth(lineYear, lineMonth)) continue;
     const int number = dayNumber(lineYear, lineMonth, day);
     if (static_cast<std::int64_t>(number) * kMinutesPerDay + hour * 60 + minute > nowKey_) continue;
-    const double mm = fromLogRain(et, units_);
+    const double mm = logs_->reading().logUnits == UnitSystem::usa ? et / writer_units::kInchesPerMm : et;
     auto [it, added] = evapotranspiration_.try_emplace(number, mm);
     if (!added) it->second = std::max(it->second, mm);
   }
 }
 
 std::map<int, double> ClimateLogs::evapotranspiration(int firstDay) {
-  CivilDate from = civilDate(firstDay);
-  const CivilDate to = civilDate(today_);
-  if (nineAmDay_ && from.day == 1) from = civilDate(firstDay - 1);
-  for (int index = from.year * 12 + from.month - 1; index <= to.year * 12 + to.month - 1; ++index)
-    loadSunMonth(index / 12, index % 12 + 1);
+  for (const LogMonth& month : monthsFrom(firstDay)) loadSunMonth(month);
   return {evapotranspiration_.lower_bound(firstDay), evapotranspiration_.upper_bound(today_)};
 }
 

@@ -1,53 +1,34 @@
 #pragma once
-// The monthly logs read back for the climate tags: averages over past hours
-// and days, month- and year-to-date figures, counts of days. One fill reads
-// each month's log at most once, and only the months a tag of that fill
-// asks for, because a month of minute lines is some 44,000 lines.
+// The monthly logs' minutes summed up for the climate tags: averages over
+// past hours and days, month- and year-to-date figures, counts of days. The
+// minutes come from the fill's LogMinutes (log_minutes.h), only the months
+// a tag of that fill asks for.
 //
 // Two views are kept of what was read:
 //   - one `DayFigures` per calendar date (a date whose lines lie in two
 //     files, as with the 9 am weather day, is merged);
-//   - the minute lines of the last eight days, for the averages over the
-//     last minutes, hours and week.
-// Values are in the internal units (°C, knots, hPa, mm), converted from the
-// unit system the logs are written in.
+//   - the minutes of the last eight days, for the averages over the last
+//     minutes, hours and week.
+// Values are in the internal units (°C, knots, hPa, mm).
 
 #include <cstdint>
 #include <filesystem>
 #include <map>
 #include <optional>
 #include <set>
+#include <span>
 #include <vector>
 
 #include "core/clock.h"
-#include "core/unit_choices.h"
+#include "publish/tags/civil_calendar.h"
+#include "publish/tags/log_minutes.h"
 
 namespace nimbrel {
 
-// Consecutive day numbers of the proleptic Gregorian calendar (1970-01-01 is 0).
-int dayNumber(int year, int month, int day);
-struct CivilDate {
-  int year = 0;
-  int month = 0;
-  int day = 0;
-};
-CivilDate civilDate(int dayNumber);
-int daysInMonth(int year, int month);
-
-// One line of a monthly log in internal units.
-struct ClimateLine {
-  std::int64_t key = 0;  // dayNumber * 1440 + minute of the day
-  float temp = 0;
-  float hum = 0;
-  float dew = 0;
-  float baro = 0;
-  float wind = 0;
-  float gust = 0;
-  float rainMinute = 0;
-  std::uint16_t dir = 0;
-
-  int day() const { return static_cast<int>(key / 1440); }
-};
+// Minute values enter the climate figures in single precision, all that a
+// log line's one or two decimals carry; the day means and degree days round
+// on it.
+inline double singlePrecision(double value) { return static_cast<float>(value); }
 
 // Highest, lowest, sum and count of one quantity.
 struct Span {
@@ -77,7 +58,7 @@ struct Tally {
   int frostMinutes = 0;    // minutes below 0 °C
   double windRunNm = 0;    // the mean wind of each minute for one minute, nautical miles
 
-  void add(const ClimateLine& line);
+  void add(const LoggedMinute& minute);
   void merge(const Tally& other);
   // The average direction in degrees 0-359; nothing in calm or without lines.
   std::optional<double> direction() const;
@@ -93,15 +74,16 @@ struct DayFigures {
 
 class ClimateLogs {
  public:
-  ClimateLogs(std::filesystem::path folder, UnitSystem logUnits, bool nineAmDay, const LocalTime& now);
+  // `logs` is the fill's (TagCaches::logMinutes) and outlives this.
+  ClimateLogs(LogMinutes& logs, bool nineAmDay, const LocalTime& now);
 
-  // The days from `firstDay` to today (day numbers), read from the logs
+  // The days from `firstDay` to today (day numbers), summed from the logs
   // of those months; dates without lines are absent.
   std::vector<const DayFigures*> days(int firstDay);
   const DayFigures* dayAt(int day);
-  // The minute lines from `firstKey` (dayNumber * 1440 + minute) to now;
-  // only the last eight days are kept.
-  std::vector<ClimateLine> minutesSince(std::int64_t firstKey);
+  // The minutes from `firstKey` (a civil minute) to now; only the last
+  // eight days are kept.
+  std::span<const LoggedMinute> minutesSince(std::int64_t firstKey);
   Tally tallySince(std::int64_t firstKey);
 
   // Evapotranspiration of each day from `firstDay` to today, from the sun
@@ -114,22 +96,24 @@ class ClimateLogs {
   static constexpr int kRecentDays = 8;
 
  private:
-  void loadMonth(int year, int month);
+  // The calendar months from `firstDay` to today; with the 9 am weather day
+  // the first hours of a month lie in the file before.
+  std::vector<LogMonth> monthsFrom(int firstDay) const;
+  void summarise(const LogMonth& month);
   void loadRange(int firstDay);
+  void loadSunMonth(const LogMonth& month);
 
-  std::filesystem::path folder_;
-  UnitSystem units_;
+  LogMinutes* logs_;
   bool nineAmDay_;
   int today_;
   std::int64_t nowKey_;
-  void loadSunMonth(int year, int month);
 
-  std::set<int> loaded_;  // year * 12 + month - 1 of every file read (or found missing)
+  std::set<int> summarised_;  // year * 12 + month - 1 of every month summed up
   std::set<int> sunLoaded_;
   std::map<int, double> evapotranspiration_;
   std::map<int, DayFigures> days_;
-  std::vector<ClimateLine> recent_;
-  bool recentSorted_ = true;
+  std::optional<MinuteHistory> recent_;
+  int recentFirstMonth_ = 0;  // year * 12 + month - 1 of the first month in recent_
 };
 
 }  // namespace nimbrel

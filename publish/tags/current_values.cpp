@@ -9,9 +9,7 @@
 #include "core/live_record.h"
 #include "core/weather_utils.h"
 #include "datafiles/clientraw_settings.h"
-#include "datafiles/log_context.h"
-#include "datafiles/log_files.h"
-#include "datafiles/monthly_log_reader.h"
+#include "publish/tags/comfort_formulas.h"
 #include "publish/tags/tag_context.h"
 #include "stations/station_types.h"
 
@@ -121,17 +119,6 @@ std::string_view band(const std::array<Band, N>& bands, double value, std::strin
 }
 
 }  // namespace
-
-double humidex(double celsius, double dewPointC) {
-  const double e = 6.11 * std::exp(5417.7530 * (1.0 / 273.16 - 1.0 / (kKelvin + dewPointC)));
-  return celsius + 0.5555 * (e - 10.0);
-}
-
-double wetBulb(double celsius, int humidity) {
-  const double rh = humidity;
-  return celsius * std::atan(0.151977 * std::sqrt(rh + 8.313659)) + std::atan(celsius + rh) -
-         std::atan(rh - 1.676331) + 0.00391838 * std::pow(rh, 1.5) * std::atan(0.023101 * rh) - 4.686035;
-}
 
 double apparentTemperature(double celsius, int humidity, double windMs) {
   return celsius + 0.33 * vapourPressure(celsius, humidity) - 0.70 * windMs - 4.00;
@@ -311,100 +298,33 @@ double sunElevation(SystemTime instant, double latitude, double longitude) {
 double clearSkyRadiation(double elevationDegrees) { return 910.0 * std::sin(elevationDegrees * kDegree) - 30.0; }
 
 const LoggedMinute* RecentLog::atAge(int age) const {
-  for (auto it = minutes.rbegin(); it != minutes.rend(); ++it) {
-    if (it->minute > nowMinute - age) continue;
-    return it->minute >= nowMinute - age - 10 ? &*it : nullptr;
-  }
-  return nullptr;
+  const LoggedMinute* line = history.latestUpTo(nowMinute - age);
+  return line != nullptr && line->minute >= nowMinute - age - 10 ? line : nullptr;
 }
 
-std::vector<const LoggedMinute*> RecentLog::within(int age) const {
-  std::vector<const LoggedMinute*> out;
-  for (const LoggedMinute& m : minutes)
-    if (m.minute > nowMinute - age) out.push_back(&m);
-  return out;
+std::span<const LoggedMinute> RecentLog::within(int age) const {
+  return history.between(nowMinute - age + 1, nowMinute + 1);
 }
 
 double RecentLog::rainBetween(long long fromMinute, long long toMinute) const {
-  double sum = 0;
-  for (const LoggedMinute& m : minutes)
-    if (m.minute >= fromMinute && m.minute < toMinute) sum += m.rainMm;
-  return sum;
+  return rainOf(history.between(fromMinute, toMinute));
 }
-
-long long minuteNumber(int year, int month, int day, int hour, int minute) {
-  using namespace std::chrono;
-  const sys_days date{std::chrono::year{year} / std::chrono::month{static_cast<unsigned>(month)} /
-                      std::chrono::day{static_cast<unsigned>(day)}};
-  return static_cast<long long>(date.time_since_epoch().count()) * 1440 + hour * 60 + minute;
-}
-
-namespace {
-
-ReadingTime readingTimeAt(long long minute) {
-  using namespace std::chrono;
-  const year_month_day date{sys_days{days{minute / 1440}}};
-  ReadingTime t;
-  t.year = static_cast<std::uint16_t>(static_cast<int>(date.year()));
-  t.month = static_cast<std::uint16_t>(static_cast<unsigned>(date.month()));
-  t.day = static_cast<std::uint16_t>(static_cast<unsigned>(date.day()));
-  t.hour = static_cast<std::uint16_t>(minute % 1440 / 60);
-  t.minute = static_cast<std::uint16_t>(minute % 60);
-  return t;
-}
-
-// One month's log lines from `from` on, converted to internal units.
-void readLog(const std::filesystem::path& file, bool usa, long long from, long long to,
-             std::vector<LoggedMinute>& out) {
-  const std::optional<MonthlyLogText> log = readMonthlyLog(file);
-  if (!log) return;
-  for (const MonthlyLogLine& line : log->lines()) {
-    LoggedMinute m;
-    m.minute = minuteNumber(static_cast<int>(line.number(LogColumn::year)),
-                            static_cast<int>(line.number(LogColumn::month)),
-                            static_cast<int>(line.number(LogColumn::day)),
-                            static_cast<int>(line.number(LogColumn::hour)),
-                            static_cast<int>(line.number(LogColumn::minute)));
-    if (m.minute < from || m.minute > to) continue;
-    const double temperature = line.number(LogColumn::temperature);
-    const double barometer = line.number(LogColumn::barometer);
-    const double wind = line.number(LogColumn::windspeed);
-    const double rain = line.number(LogColumn::rainlastmin);
-    m.temperatureC = usa ? TWeatherUtils::FToC(temperature) : temperature;
-    m.barometerHPa = usa ? barometer / writer_units::kInchesHgPerHPa : barometer;
-    m.windKnots = usa ? wind / writer_units::kMphPerKnot : wind;
-    m.rainMm = usa ? rain / writer_units::kInchesPerMm : rain;
-    m.direction = line.number(LogColumn::direction);
-    out.push_back(m);
-  }
-}
-
-}  // namespace
 
 const RecentLog& recentLog(const TagContext& context) {
   if (context.caches.currentLog) return *context.caches.currentLog;
   RecentLog recent;
-  const LocalTime& now = context.now;
-  recent.nowMinute = minuteNumber(now.year, now.month, now.day, now.hour, now.minute);
-  const long long yesterdayMidnight = (recent.nowMinute / 1440 - 1) * 1440;
-  LogOptions options;
-  options.logsFolder = context.logFolder;
-  options.nineAmDay = context.units.resets.dayReset == DayResetTime::nineAm;
-  const bool usa = context.units.units.logFile == UnitSystem::usa;
-  const auto older = monthFile(options, readingTimeAt(yesterdayMidnight), "lg.txt");
-  const auto newer = monthFile(options, readingTimeAt(recent.nowMinute), "lg.txt");
-  if (older != newer) readLog(older, usa, yesterdayMidnight, recent.nowMinute, recent.minutes);
-  readLog(newer, usa, yesterdayMidnight, recent.nowMinute, recent.minutes);
-  std::stable_sort(recent.minutes.begin(), recent.minutes.end(),
-                   [](const LoggedMinute& a, const LoggedMinute& b) { return a.minute < b.minute; });
+  recent.nowMinute = civilMinute(context.now);
+  const long long yesterdayMidnight = (recent.nowMinute / kMinutesPerDay - 1) * kMinutesPerDay;
+  const bool nineAm = context.units.resets.dayReset == DayResetTime::nineAm;
+  const auto months = logMonthsCovering(yesterdayMidnight, recent.nowMinute + 1, nineAm);
+  recent.history = MinuteHistory::gather(logMinutes(context), months, MinuteHistory::Repeats::all,
+                                         yesterdayMidnight, recent.nowMinute);
   return context.caches.currentLog.emplace(std::move(recent));
 }
 
 std::string monthLogName(const TagContext& context) {
-  const LocalTime& now = context.now;
   const bool nineAm = context.units.resets.dayReset == DayResetTime::nineAm;
-  return monthStem(logMonth(readingTimeAt(minuteNumber(now.year, now.month, now.day, now.hour, now.minute)), nineAm)) +
-         "lg.txt";
+  return monthStem(logMonthOf(civilMinute(context.now), nineAm)) + "lg.txt";
 }
 
 bool vantageStation(const TagContext& context) {

@@ -8,9 +8,10 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
+#include <span>
 
 #include "core/clock.h"
+#include "publish/tags/log_minutes.h"
 #include "publish/tags/tag_options.h"
 
 namespace nimbrel {
@@ -21,11 +22,7 @@ namespace current {
 
 // ---- Derived quantities (°C, %, m/s, hPa, W/m2 in) ----
 
-// Humidex (Masterton and Richardson 1979): T + 5/9 (e - 10), e the vapour
-// pressure in hPa from the dew point.
-double humidex(double celsius, double dewPointC);
-// Wet-bulb temperature (Stull 2011 fit, for pressures near 1013 hPa).
-double wetBulb(double celsius, int humidity);
+// Humidex and the wet bulb: publish/tags/comfort_formulas.h.
 // Steadman's apparent temperature (1994) in the shade: T + 0.33 e - 0.70 ws - 4.00.
 double apparentTemperature(double celsius, int humidity, double windMs);
 // The same with the sun: T + 0.348 e - 0.70 ws + 0.70 Q / (ws + 10) - 4.25,
@@ -87,27 +84,17 @@ double clearSkyRadiation(double elevationDegrees);
 
 // ---- The recent minutes of the monthly log ----
 
-struct LoggedMinute {
-  long long minute = 0;  // minutes since 1970-01-01 local
-  double temperatureC = 0;
-  double barometerHPa = 0;
-  double windKnots = 0;
-  double direction = 0;
-  double rainMm = 0;  // rain of that minute
-};
-
 struct RecentLog {
   long long nowMinute = 0;
-  std::vector<LoggedMinute> minutes;  // yesterday from midnight to now, oldest first
+  MinuteHistory history;  // yesterday from midnight to now, every line kept
 
   // The newest line at least `age` minutes old but no older than `age` + 10.
   const LoggedMinute* atAge(int age) const;
   // Lines newer than `age` minutes.
-  std::vector<const LoggedMinute*> within(int age) const;
+  std::span<const LoggedMinute> within(int age) const;
   double rainBetween(long long fromMinute, long long toMinute) const;  // [from, to)
 };
 
-long long minuteNumber(int year, int month, int day, int hour, int minute);
 const RecentLog& recentLog(const TagContext& context);
 // The name of this month's monthly log ("62026lg.txt").
 std::string monthLogName(const TagContext& context);

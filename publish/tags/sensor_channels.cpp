@@ -1,7 +1,5 @@
 #include "publish/tags/sensor_channels.h"
 
-#include <cmath>
-
 #include "stations/station_types.h"
 
 namespace nimbrel::sensorchannels {
@@ -63,12 +61,6 @@ TagValue leafWetness(const TagContext& context, int channel) {
   const int wetness = context.live.leafwetness[channel];
   if (wetness > kMaxLeafWetness) return noData();
   return wetness;
-}
-
-double wetBulb(double celsius, double humidity) {
-  return celsius * std::atan(0.151977 * std::sqrt(humidity + 8.313659)) + std::atan(celsius + humidity) -
-         std::atan(humidity - 1.676331) + 0.00391838 * std::pow(humidity, 1.5) * std::atan(0.023101 * humidity) -
-         4.686035;
 }
 
 }  // namespace nimbrel::sensorchannels

@@ -45,10 +45,4 @@ TagValue soilMoisture(const TagContext& context, int channel);
 // 0 (dry) to 15 (wet), or nothing.
 TagValue leafWetness(const TagContext& context, int channel);
 
-// The wet-bulb temperature (°C) of air at `celsius` and `humidity` percent,
-// by Stull's empirical fit (J. Appl. Meteor. Climatol., 2011), good to about
-// 0.3 °C for humidities of 5-99 % and temperatures of -20 to 50 °C at
-// standard pressure.
-double wetBulb(double celsius, double humidity);
-
 }  // namespace nimbrel::sensorchannels

@@ -1,18 +1,13 @@
 #pragma once
 // Figures of the computer and of this program for the service tags: memory
-// in use, memory free, time since the computer started. Read from the
-// kernel's /proc files at each fill; a file that cannot be read gives no
-// value.
+// in use, memory free, time since the computer started, asked of the system
+// (core/platform/system_resources.h) at each fill; what the system does not
+// tell gives no value.
 
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace nimbrel::systemfigures {
-
-// The number of a "Key:   1234 kB" line of /proc/meminfo or
-// /proc/self/status, in kB; empty when the key is absent or has no number.
-std::optional<long long> kilobytesOf(std::string_view procText, std::string_view key);
 
 // "3 days 4 hours 12 minutes" for a time in seconds ("1 day", "1 hour",
 // "1 minute" in the singular).

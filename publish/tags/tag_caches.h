@@ -10,24 +10,28 @@
 #include "publish/tags/almanac/last_rain.h"
 #include "publish/tags/climate_logs.h"
 #include "publish/tags/current_values.h"
-#include "publish/tags/minute_history.h"
+#include "publish/tags/log_minutes.h"
 
 namespace nimbrel {
 
 struct TagCaches {
-  // Current readings: the monthly log's minutes from yesterday's midnight to
-  // now, for the last hour's rain and the hour's and three hours' changes.
+  // The monthly logs' minutes (publish/tags/log_minutes.h), shared by every
+  // family below that looks into the past: each month's log is read at most
+  // once per fill, and only when a tag of the fill asks for that month.
+  std::optional<LogMinutes> logMinutes;
+
+  // Current readings: the logged minutes from yesterday's midnight to now,
+  // for the last hour's rain and the hour's and three hours' changes.
   std::optional<current::RecentLog> currentLog;
 
-  // Today's family (tags_today.cpp): the minute logs read back, each file at
-  // most once per fill. The recent logs reach from the day a month ago to
-  // now (yesterday, the last seven days, the last hours); the year-ago logs
-  // hold the day a year ago.
+  // Today's family (tags_today.cpp): the recent minutes reach from the day
+  // a month ago to now (yesterday, the last seven days, the last hours); the
+  // year-ago minutes hold the day a year ago.
   std::optional<MinuteHistory> recentLogs;
   std::optional<MinuteHistory> yearAgoLogs;
 
-  // Climate tags (tags_climate.cpp): the monthly logs read back, each month
-  // at most once per fill, only the months the fill's tags ask for.
+  // Climate tags (tags_climate.cpp): the figures of each day of the months
+  // the fill's tags ask for, and the minutes of the last eight days.
   std::optional<ClimateLogs> climate;
 
   // Almanac: the day's sun and moon at the station and the moon's phases

@@ -16,6 +16,7 @@
 #include "publish/tags/almanac/almanac_day.h"
 #include "publish/tags/almanac/feast_dates.h"
 #include "publish/tags/almanac/last_rain.h"
+#include "publish/tags/civil_calendar.h"
 #include "publish/tags/tag_rows.h"
 #include "publish/tags/tag_tables.h"
 
@@ -25,11 +26,6 @@ using namespace tagrows;
 
 namespace {
 
-constexpr std::array<const char*, 7> kDayNames = {"Sunday",   "Monday", "Tuesday", "Wednesday",
-                                                  "Thursday", "Friday", "Saturday"};
-constexpr std::array<const char*, 12> kMonthNames = {"January", "February", "March",     "April",
-                                                     "May",     "June",     "July",      "August",
-                                                     "September", "October", "November", "December"};
 
 bool usaDates(const TagContext& c) { return c.units.units.date == UnitSystem::usa; }
 
@@ -71,12 +67,10 @@ std::string timeWithSeconds(const LocalTime& t, bool usa) {
 
 // The ISO 8601 week: weeks start on Monday, week 1 holds the year's first Thursday.
 int isoWeek(const LocalTime& t) {
-  using namespace std::chrono;
-  const sys_days day{year{t.year} / t.month / t.day};
   const int fromMonday = (t.weekday + 6) % 7;
-  const sys_days thursday = day + days{3 - fromMonday};
-  const sys_days firstOfYear{year_month_day{thursday}.year() / January / 1};
-  return static_cast<int>((thursday - firstOfYear).count() / 7 + 1);
+  const int thursday = dayNumber(t.year, t.month, t.day) + 3 - fromMonday;
+  const int firstOfYear = dayNumber(civilDate(thursday).year, 1, 1);
+  return (thursday - firstOfYear) / 7 + 1;
 }
 
 // Night before 5:00 and from 22:00, early morning to 8:00, morning to noon,
@@ -159,10 +153,7 @@ TagSource lastRainText(bool always, bool date) {
     const auto& at = always ? rain.latest : rain.beforeToday;
     if (!at) return noData();
     if (date) return dateText(c, at->year, at->month, at->day);
-    LocalTime t;
-    t.hour = at->hour;
-    t.minute = at->minute;
-    return timeconvert(t, usaDates(c));
+    return timeconvert(*at, usaDates(c));
   };
 }
 constexpr const char* kNoSunshine =

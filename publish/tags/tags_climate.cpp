@@ -34,6 +34,7 @@
 #include "processing/rollover/reset_calendar.h"
 #include "processing/statistics/compass_words.h"
 #include "processing/statistics/daily_extremes_table.h"
+#include "publish/tags/civil_calendar.h"
 #include "publish/tags/climate_logs.h"
 #include "publish/tags/tag_rows.h"
 #include "publish/tags/tag_tables.h"
@@ -44,7 +45,7 @@ using namespace tagrows;
 
 namespace {
 
-constexpr std::int64_t kDay = 1440;  // minutes
+constexpr std::int64_t kDay = kMinutesPerDay;
 constexpr double kDegreeDayBase = 18.3;  // °C, 65 °F
 constexpr double kGrowingBase = 10.0;    // °C, 50 °F
 constexpr double kRainDay = 0.05;        // mm
@@ -53,38 +54,28 @@ constexpr double kKnotsPerMetrePerSecond = 1.0 / 0.514444;
 constexpr double kKmPerNauticalMile = 1.852;
 constexpr double kMilesPerNauticalMile = 1.150779;
 
-constexpr std::array<const char*, 12> kMonths{"jan", "feb", "mar", "apr", "may", "jun",
-                                              "jul", "aug", "sep", "oct", "nov", "dec"};
-constexpr std::array<const char*, 12> kMonthNames{"January", "February", "March",     "April",   "May",      "June",
-                                                  "July",    "August",   "September", "October", "November", "December"};
 
 using SpanOf = Span Tally::*;
 
 ClimateLogs& logs(const TagContext& c) {
   if (!c.caches.climate)
-    c.caches.climate.emplace(c.logFolder, c.units.units.logFile, c.units.resets.dayReset == DayResetTime::nineAm,
-                             c.now);
+    c.caches.climate.emplace(logMinutes(c), c.units.resets.dayReset == DayResetTime::nineAm, c.now);
   return *c.caches.climate;
 }
 
 int today(const TagContext& c) { return dayNumber(c.now.year, c.now.month, c.now.day); }
-std::int64_t nowKey(const TagContext& c) { return today(c) * kDay + c.now.hour * 60 + c.now.minute; }
+std::int64_t nowKey(const TagContext& c) { return civilMinute(c.now); }
 int monthStart(const TagContext& c) { return dayNumber(c.now.year, c.now.month, 1); }
 int yearStart(const TagContext& c) { return dayNumber(c.now.year, 1, 1); }
 
 // The same day of the month in the month `monthsBack` before (clamped to its length).
 int sameDayMonthsBack(const TagContext& c, int monthsBack) {
-  const int index = c.now.year * 12 + c.now.month - 1 - monthsBack;
-  const int year = index / 12;
-  const int month = index % 12 + 1;
-  return dayNumber(year, month, std::min(c.now.day, daysInMonth(year, month)));
+  const CivilDate d = monthsBefore({c.now.year, c.now.month, c.now.day}, monthsBack);
+  return dayNumber(d.year, d.month, d.day);
 }
 
 // The last time the clock showed `hour`:00, as a minute key.
-std::int64_t lastHourKey(const TagContext& c, int hour) {
-  const std::int64_t start = today(c) * kDay + hour * 60;
-  return c.now.hour >= hour ? start : start - kDay;
-}
+std::int64_t lastHourKey(const TagContext& c, int hour) { return lastTimeAtHour(nowKey(c), hour); }
 
 // Start of the day as the daily reset hour counts it.
 std::int64_t resetKey(const TagContext& c) { return lastHourKey(c, dailyResetHourOf(c.units.resets)); }
@@ -194,7 +185,7 @@ TagValue rainMinutesSince(const TagContext& c, std::int64_t firstKey) {
   const auto lines = logs(c).minutesSince(firstKey);
   if (lines.empty()) return noData();
   double sum = 0;
-  for (const auto& line : lines) sum += line.rainMinute;
+  for (const LoggedMinute& line : lines) sum += singlePrecision(std::max(0.0, line.rain));
   return sum;
 }
 
@@ -272,8 +263,7 @@ TagValue directionSince(const TagContext& c, std::int64_t firstKey) {
 }
 
 std::string compassText(const TagContext& c, double degrees) {
-  std::string word(compassWord(compassSector(degrees), c.options.language == WordLanguage::german));
-  return trimBlanks(word);
+  return std::string(compassLetters(compassSector(degrees), c.options.language == WordLanguage::german));
 }
 
 TagValue directionWord(std::optional<double> degrees, const TagContext& c) {
@@ -324,7 +314,7 @@ Tally lastNight(const TagContext& c) {
   const std::int64_t end = start + 12 * 60;
   Tally tally;
   for (const auto& line : logs(c).minutesSince(start))
-    if (line.key <= end) tally.add(line);
+    if (line.minute <= end) tally.add(line);
   return tally;
 }
 
@@ -565,9 +555,9 @@ std::vector<TagDef> climateTags() {
   };
 
   for (int m = 0; m < 12; ++m)
-    rows.push_back(longTerm(fmt::format("avrain{}", kMonths[m]), fmt::format("average rain of {}", kMonthNames[m])));
+    rows.push_back(longTerm(fmt::format("avrain{}", kMonthKeys[m]), fmt::format("average rain of {}", kMonthNames[m])));
   for (int m = 0; m < 12; ++m) {
-    const std::string month = kMonths[m];
+    const std::string month = kMonthKeys[m];
     const std::string name = kMonthNames[m];
     rows.push_back(longTerm("avtemp" + month, "average temperature of " + name));
     rows.push_back(number("avtemp" + month + "now", Unit::temperature, 1, 1,
@@ -778,11 +768,11 @@ std::vector<TagDef> climateTags() {
   rows.insert(rows.end(), more.begin(), more.end());
 
   for (int m = 0; m < 12; ++m) {
-    rows.push_back(missing(fmt::format("myav{}rain", kMonths[m]),
+    rows.push_back(missing(fmt::format("myav{}rain", kMonthKeys[m]),
                            fmt::format("average rain of {} over the years of your own logs; the program reads no earlier "
                                        "years' logs",
                                        kMonthNames[m])));
-    rows.push_back(missing(fmt::format("myav{}temp", kMonths[m]),
+    rows.push_back(missing(fmt::format("myav{}temp", kMonthKeys[m]),
                            fmt::format("average temperature of {} over the years of your own logs; the program reads no "
                                        "earlier years' logs",
                                        kMonthNames[m])));
@@ -869,7 +859,7 @@ std::vector<TagDef> climateTags() {
   rows.insert(rows.end(), noaa.begin(), noaa.end());
 
   for (int m : {4, 8, 12, 2, 1, 7, 6, 3, 5, 11, 10, 9}) {
-    const std::string month = kMonths[m - 1];
+    const std::string month = kMonthKeys[m - 1];
     const std::string name = kMonthNames[m - 1];
     rows.push_back(number("nowrain" + month, Unit::rain, 1, 1, [m](const TagContext& c) { return monthRain(c, m, false); },
                           "rain in " + name + " this year (\"---\" before it comes)"));
@@ -918,7 +908,7 @@ std::vector<TagDef> climateTags() {
   rows.insert(rows.end(), rain.begin(), rain.end());
 
   for (int m : {4, 8})
-    rows.push_back(number(std::string("rain") + kMonths[m - 1], Unit::rain, 1, 1,
+    rows.push_back(number(std::string("rain") + kMonthKeys[m - 1], Unit::rain, 1, 1,
                           [m](const TagContext& c) { return monthRain(c, m, false); },
                           std::string("rain in ") + kMonthNames[m - 1] + " this year (\"---\" before it comes)"));
 
@@ -955,7 +945,7 @@ std::vector<TagDef> climateTags() {
   rows.push_back(number("rainforweek", Unit::rain, 1, 1, [](const TagContext& c) { return rainMinutesSince(c, nowKey(c) - 7 * kDay + 1); },
                         "rain over the last 7 days"));
   for (int m : {1, 7, 6})
-    rows.push_back(number(std::string("rain") + kMonths[m - 1], Unit::rain, 1, 1,
+    rows.push_back(number(std::string("rain") + kMonthKeys[m - 1], Unit::rain, 1, 1,
                           [m](const TagContext& c) { return monthRain(c, m, false); },
                           std::string("rain in ") + kMonthNames[m - 1] + " this year (\"---\" before it comes)"));
 
@@ -975,7 +965,7 @@ std::vector<TagDef> climateTags() {
   };
   rows.insert(rows.end(), recent.begin(), recent.end());
   for (int m : {3, 5, 11, 10}) {
-    rows.push_back(number(std::string("rain") + kMonths[m - 1], Unit::rain, 1, 1,
+    rows.push_back(number(std::string("rain") + kMonthKeys[m - 1], Unit::rain, 1, 1,
                           [m](const TagContext& c) { return monthRain(c, m, false); },
                           std::string("rain in ") + kMonthNames[m - 1] + " this year (\"---\" before it comes)"));
   }

@@ -13,6 +13,7 @@
 
 #include "core/weather_utils.h"
 #include "processing/statistics/compass_words.h"
+#include "publish/tags/comfort_formulas.h"
 #include "publish/tags/current_values.h"
 #include "publish/tags/tag_format.h"
 #include "publish/tags/tag_rows.h"
@@ -74,12 +75,12 @@ double indoorDewC(const TagContext& c) {
 }
 double windMs(const TagContext& c) { return c.live.windspeed * kMetresPerSecondPerKnot; }
 double feelsC(const TagContext& c) { return current::feelsLike(c.live.outtemp, c.live.windchill, c.live.heatindex); }
-double humidexC(const TagContext& c) { return current::humidex(c.live.outtemp, c.live.dewpoint); }
+double humidexC(const TagContext& c) { return humidex(c.live.outtemp, c.live.dewpoint); }
 double apparentC(const TagContext& c) { return current::apparentTemperature(c.live.outtemp, c.live.outhum, windMs(c)); }
 double apparentSolarC(const TagContext& c) {
   return current::apparentSolarTemperature(c.live.outtemp, c.live.outhum, windMs(c), c.live.solar);
 }
-double wetBulbC(const TagContext& c) { return current::wetBulb(c.live.outtemp, c.live.outhum); }
+double wetBulbC(const TagContext& c) { return wetBulb(c.live.outtemp, c.live.outhum); }
 double cloudMetres(const TagContext& c) { return current::cloudBaseMetres(c.live.outtemp, c.live.dewpoint); }
 double densityKgM3(const TagContext& c) {
   return current::airDensity(c.live.outtemp, c.live.outhum, current::stationPressureHPa(c));
@@ -107,7 +108,7 @@ std::optional<double> twoMinuteWind(const current::RecentLog& log, const TagCont
   const auto lines = log.within(2);
   if (lines.empty()) return std::nullopt;
   double sum = 0;
-  for (const auto* m : lines) sum += m->windKnots;
+  for (const LoggedMinute& m : lines) sum += m.wind;
   return sum / static_cast<double>(lines.size());
 }
 
@@ -119,11 +120,11 @@ std::optional<double> tenMinuteDirection(const current::RecentLog& log, const Ta
   double x = 0;
   double y = 0;
   double weights = 0;
-  for (const auto* m : lines) weights += m->windKnots;
-  for (const auto* m : lines) {
-    const double weight = weights > 0 ? m->windKnots : 1.0;
-    x += weight * std::sin(m->direction * std::numbers::pi / 180.0);
-    y += weight * std::cos(m->direction * std::numbers::pi / 180.0);
+  for (const LoggedMinute& m : lines) weights += m.wind;
+  for (const LoggedMinute& m : lines) {
+    const double weight = weights > 0 ? m.wind : 1.0;
+    x += weight * std::sin(m.direction * std::numbers::pi / 180.0);
+    y += weight * std::cos(m.direction * std::numbers::pi / 180.0);
   }
   if (x == 0 && y == 0) return std::nullopt;
   const double degrees = std::atan2(x, y) * 180.0 / std::numbers::pi;
@@ -132,9 +133,9 @@ std::optional<double> tenMinuteDirection(const current::RecentLog& log, const Ta
 
 std::optional<double> pressureChange(const TagContext& c, int minutes) {
   if (!c.readingsSeen) return std::nullopt;
-  const current::LoggedMinute* then = current::recentLog(c).atAge(minutes);
+  const LoggedMinute* then = current::recentLog(c).atAge(minutes);
   if (then == nullptr) return std::nullopt;
-  return c.live.barometer - then->barometerHPa;
+  return c.live.barometer - then->barometer;
 }
 
 // The three hours' change against the thresholds of the pressure-trend form
@@ -161,10 +162,10 @@ TagValue pressureTrendName(const TagContext& c) {
 // Steady within 0.3 °C an hour; rapidly beyond 2 °C.
 TagValue temperatureTrendWord(const TagContext& c) {
   if (!c.readingsSeen) return noData();
-  const current::LoggedMinute* then = current::recentLog(c).atAge(60);
+  const LoggedMinute* then = current::recentLog(c).atAge(60);
   if (then == nullptr) return noData();
   return current::temperatureTrendWord(
-      current::classifyChange(c.live.outtemp - then->temperatureC, 0.3, 1.0, 2.0, 0.3, 1.0, 2.0));
+      current::classifyChange(c.live.outtemp - then->temperature, 0.3, 1.0, 2.0, 0.3, 1.0, 2.0));
 }
 
 // Rain since midnight: today's total when the rain day starts at midnight,
@@ -173,18 +174,16 @@ TagValue rainSinceMidnight(const TagContext& c) {
   if (!c.readingsSeen) return noData();
   if (c.units.resets.rainResetHour == 0 && c.units.resets.dayReset == DayResetTime::midnight) return c.live.dailyrain;
   const current::RecentLog& log = current::recentLog(c);
-  const long long midnight = log.nowMinute / 1440 * 1440;
+  const long long midnight = log.nowMinute / kMinutesPerDay * kMinutesPerDay;
   if (log.within(static_cast<int>(log.nowMinute - midnight + 1)).empty()) return noData();
   return log.rainBetween(midnight, log.nowMinute + 1);
 }
 
 TagValue rainYesterdayToMidnight(const TagContext& c) {
   const current::RecentLog& log = current::recentLog(c);
-  const long long midnight = log.nowMinute / 1440 * 1440;
-  const bool any = std::any_of(log.minutes.begin(), log.minutes.end(),
-                               [&](const current::LoggedMinute& m) { return m.minute < midnight; });
-  if (!any) return noData();
-  return log.rainBetween(midnight - 1440, midnight);
+  const long long midnight = log.nowMinute / kMinutesPerDay * kMinutesPerDay;
+  if (log.history.between(midnight - kMinutesPerDay, midnight).empty()) return noData();
+  return log.rainBetween(midnight - kMinutesPerDay, midnight);
 }
 
 // ---- Sun and UV ----

@@ -23,6 +23,7 @@
 
 #include "core/number_format.h"
 #include "processing/records/record_book.h"
+#include "publish/tags/civil_calendar.h"
 #include "publish/tags/tag_rows.h"
 #include "publish/tags/tag_tables.h"
 #include "publish/tags/unit_conversion.h"
@@ -252,12 +253,6 @@ TagDef allTimeDate(std::string name, std::string_view row, Part part, std::strin
 
 // The highest and lowest temperature of each calendar month, from
 // "Record monthly high temp" / "Record monthly low temp".
-constexpr std::array<std::string_view, 12> kMonthKeys{"jan", "feb", "mar", "apr", "may", "jun",
-                                                      "jul", "aug", "sep", "oct", "nov", "dec"};
-constexpr std::array<std::string_view, 12> kMonthNames{"January", "February", "March",     "April",
-                                                       "May",     "June",     "July",      "August",
-                                                       "September", "October", "November", "December"};
-
 std::string_view monthlySection(Side side) {
   return side == Side::High ? "Record monthly high temp" : "Record monthly low temp";
 }

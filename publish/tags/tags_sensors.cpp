@@ -12,6 +12,7 @@
 #include <string>
 
 #include "processing/statistics/daily_extremes.h"
+#include "publish/tags/comfort_formulas.h"
 #include "publish/tags/sensor_channels.h"
 #include "publish/tags/tag_rows.h"
 #include "publish/tags/tag_tables.h"

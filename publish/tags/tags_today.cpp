@@ -18,7 +18,7 @@
 #include "processing/statistics/compass_words.h"
 #include "processing/statistics/time_text.h"
 #include "processing/statistics/wind_history.h"
-#include "publish/tags/minute_history.h"
+#include "publish/tags/log_minutes.h"
 #include "publish/tags/tag_format.h"
 #include "publish/tags/tag_rows.h"
 #include "publish/tags/tag_tables.h"
@@ -34,7 +34,7 @@ using Q = Quantity;
 using S = Side;
 using Ctx = TagContext;
 
-constexpr long long kDay = 24 * 60;
+constexpr long long kDay = kMinutesPerDay;
 constexpr long long kHour = 60;
 // A value "N ago" is the logged minute nearest to that moment, if one lies
 // this close: the program may not have run then.
@@ -59,31 +59,20 @@ bool usaTimes(const Ctx& c) { return c.units.units.date == UnitSystem::usa; }
 long long nowMinute(const Ctx& c) { return civilMinute(c.now); }
 int resetHour(const Ctx& c) { return extremesResetHour(c.units.resets.dayReset); }
 
-// Start of the weather day (midnight, or 9 am with the 9 am reset) holding `minute`.
-long long dayStartOf(long long minute, int hour) {
-  const long long shifted = minute - hour * kHour;
-  const long long day = shifted >= 0 ? shifted / kDay : (shifted - kDay + 1) / kDay;
-  return day * kDay + hour * kHour;
-}
-long long todayStart(const Ctx& c) { return dayStartOf(nowMinute(c), resetHour(c)); }
-
-int daysInMonth(int year, int month) {
-  static constexpr std::array<int, 12> kDays{31, 28, 31, 30, 31, 30, 31, 31, 30, 31, 30, 31};
-  const bool leap = (year % 4 == 0 && year % 100 != 0) || year % 400 == 0;
-  return month == 2 && leap ? 29 : kDays[static_cast<std::size_t>(month - 1)];
-}
+// Start of the weather day (midnight, or 9 am with the 9 am reset) holding now.
+long long todayStart(const Ctx& c) { return lastTimeAtHour(nowMinute(c), resetHour(c)); }
 
 // The same time of day one calendar month earlier (the 31st of a shorter
 // month falls on its last day).
 long long monthAgoMinute(const LocalTime& t) {
-  const int month = t.month == 1 ? 12 : t.month - 1;
-  const int year = t.month == 1 ? t.year - 1 : t.year;
-  return civilMinute(year, month, std::min(t.day, daysInMonth(year, month)), t.hour, t.minute);
+  const CivilDate d = monthsBefore({t.year, t.month, t.day}, 1);
+  return civilMinute(d.year, d.month, d.day, t.hour, t.minute);
 }
 
 // The same time of day one year earlier (29 February falls on the 28th).
 long long yearAgoMinute(const LocalTime& t) {
-  return civilMinute(t.year - 1, t.month, std::min(t.day, daysInMonth(t.year - 1, t.month)), t.hour, t.minute);
+  const CivilDate d = monthsBefore({t.year, t.month, t.day}, 12);
+  return civilMinute(d.year, d.month, d.day, t.hour, t.minute);
 }
 
 std::string timeText(const Ctx& c, long long minute) {
@@ -96,20 +85,20 @@ std::string timeText(const Ctx& c, long long minute) {
 MinuteHistory readLogs(const Ctx& c, long long from, long long to) {
   const bool nineAm = c.units.resets.dayReset == DayResetTime::nineAm;
   const std::vector<LogMonth> months = logMonthsCovering(from, to, nineAm);
-  return MinuteHistory::read(c.logFolder, months, LogReading{c.units.units.logFile, c.units.wind.chillFromGust});
+  return MinuteHistory::gather(logMinutes(c), months, MinuteHistory::Repeats::first);
 }
 
 // From the day a month ago to now.
 const MinuteHistory& recentLogs(const Ctx& c) {
   if (!c.caches.recentLogs)
-    c.caches.recentLogs = readLogs(c, dayStartOf(monthAgoMinute(c.now), resetHour(c)), nowMinute(c) + 1);
+    c.caches.recentLogs = readLogs(c, lastTimeAtHour(monthAgoMinute(c.now), resetHour(c)), nowMinute(c) + 1);
   return *c.caches.recentLogs;
 }
 
 // The weather day a year ago.
 const MinuteHistory& yearAgoLogs(const Ctx& c) {
   if (!c.caches.yearAgoLogs) {
-    const long long start = dayStartOf(yearAgoMinute(c.now), resetHour(c));
+    const long long start = lastTimeAtHour(yearAgoMinute(c.now), resetHour(c));
     c.caches.yearAgoLogs = readLogs(c, start, start + kDay);
   }
   return *c.caches.yearAgoLogs;
@@ -170,10 +159,10 @@ enum class Day { monthAgo, yearAgo };
 
 std::span<const LoggedMinute> pastDay(const Ctx& c, Day day) {
   if (day == Day::yearAgo) {
-    const long long start = dayStartOf(yearAgoMinute(c.now), resetHour(c));
+    const long long start = lastTimeAtHour(yearAgoMinute(c.now), resetHour(c));
     return yearAgoLogs(c).between(start, start + kDay);
   }
-  const long long start = dayStartOf(monthAgoMinute(c.now), resetHour(c));
+  const long long start = lastTimeAtHour(monthAgoMinute(c.now), resetHour(c));
   return recentLogs(c).between(start, start + kDay);
 }
 
@@ -320,12 +309,7 @@ TagValue compassValue(const Ctx& c, double degrees, Compass form) {
   const int sector = compassSector(degrees);
   switch (form) {
     case Compass::degrees: return degrees;
-    case Compass::word: {
-      std::string word(compassWord(sector, c.options.language == WordLanguage::german));
-      word.erase(0, word.find_first_not_of(' '));
-      word.erase(word.find_last_not_of(' ') + 1);
-      return word;
-    }
+    case Compass::word: return std::string(compassLetters(sector, c.options.language == WordLanguage::german));
     case Compass::words: return kCompassNames[static_cast<std::size_t>(sector % 16)];
   }
   return noData();
@@ -358,10 +342,7 @@ TagSource thisHourGustTime() {
 TagSource rainOver(long long minutes) {
   return [minutes](const Ctx& c) {
     const auto span = lastMinutes(c, minutes);
-    if (span.empty()) return noData();
-    double sum = 0;
-    for (const LoggedMinute& m : span) sum += m.rain;
-    return TagValue(sum);
+    return span.empty() ? noData() : TagValue(rainOf(span));
   };
 }
 
@@ -419,7 +400,7 @@ TagSource yesterdayMean(LoggedField field) {
 // The last night: 21:00 to 9:00 (the night in progress before 9 am).
 std::optional<LoggedExtreme> overnightLow(const Ctx& c) {
   const long long now = nowMinute(c);
-  const long long morning = dayStartOf(now, 9);  // the latest 9:00
+  const long long morning = lastTimeAtHour(now, 9);  // the latest 9:00
   const long long start = morning - 12 * kHour;
   return lowest(recentLogs(c).between(start, std::min(morning, now + 1)), kTemp);
 }

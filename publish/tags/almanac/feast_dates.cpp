@@ -1,6 +1,5 @@
 #include "publish/tags/almanac/feast_dates.h"
 
-#include <chrono>
 #include <cmath>
 
 #include "publish/tags/almanac/astronomy.h"
@@ -12,11 +11,7 @@ namespace {
 // arithmetic of the Hebrew year is usually written.
 constexpr long kDayOfUnixEpoch = 719163;
 
-CalendarDate dateOfDay(long day) {
-  const std::chrono::year_month_day ymd{std::chrono::sys_days{std::chrono::days{day - kDayOfUnixEpoch}}};
-  return {static_cast<int>(ymd.year()), static_cast<int>(static_cast<unsigned>(ymd.month())),
-          static_cast<int>(static_cast<unsigned>(ymd.day()))};
-}
+CalendarDate dateOfDay(long day) { return civilDate(static_cast<int>(day - kDayOfUnixEpoch)); }
 
 // Days from the Hebrew epoch to the molad-determined start of year `y`,
 // with the postponement that keeps Rosh Hashanah off Sunday, Wednesday and

@@ -2,14 +2,11 @@
 // The dates of movable feasts in a Gregorian year: Easter Sunday, the first
 // day of Pesach (15 Nisan) and the Chinese New Year.
 
+#include "publish/tags/civil_calendar.h"
+
 namespace nimbrel::almanac {
 
-struct CalendarDate {
-  int year = 0;
-  int month = 0;  // 1-12
-  int day = 0;
-  friend bool operator==(const CalendarDate&, const CalendarDate&) = default;
-};
+using CalendarDate = CivilDate;
 
 // Western Easter: the anonymous Gregorian computus (Meeus, Butcher).
 CalendarDate easterSunday(int year);

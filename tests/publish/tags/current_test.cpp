@@ -4,6 +4,7 @@
 #include <fstream>
 #include <string>
 
+#include "publish/tags/comfort_formulas.h"
 #include "publish/tags/current_values.h"
 #include "support/tag_world.h"
 
@@ -14,9 +15,9 @@ using testsupport::TagWorld;
 
 TEST(CurrentFormulas, AgreeWithPublishedValues) {
   // Environment Canada's table: 30 °C with a 15 °C dew point is humidex 34.
-  EXPECT_NEAR(current::humidex(30, 15), 34.0, 0.1);
+  EXPECT_NEAR(humidex(30, 15), 34.0, 0.1);
   // Stull's worked example: 20 °C at 50 % has a wet bulb of 13.7 °C.
-  EXPECT_NEAR(current::wetBulb(20, 50), 13.7, 0.1);
+  EXPECT_NEAR(wetBulb(20, 50), 13.7, 0.1);
   // Dry air of the standard atmosphere at sea level.
   EXPECT_NEAR(current::airDensity(15, 0, 1013.25), 1.225, 0.001);
   EXPECT_NEAR(current::densityAltitudeFeet(1.225), 0.0, 1e-6);

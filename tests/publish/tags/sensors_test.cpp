@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "core/platform/system_resources.h"
 #include "core/version.h"
 #include "publish/tags/sensor_channels.h"
 #include "publish/tags/system_figures.h"
@@ -141,6 +142,7 @@ TEST(ServiceTags, ProgramAndReportHeaderUnits) {
 
 TEST(ServiceTags, SystemFiguresReadFromProcText) {
   using namespace systemfigures;
+  using platform::kilobytesOf;
   const std::string status = "Name:\tnimbrel\nVmPeak:\t  9000 kB\nVmRSS:\t   5120 kB\nVmRSSx: 1 kB\nEmpty:\n";
   EXPECT_EQ(kilobytesOf(status, "VmRSS"), 5120);
   EXPECT_EQ(kilobytesOf(status, "VmPeak"), 9000);

@@ -1,0 +1,127 @@
+#pragma once
+// The monthly logs read back for every tag that looks into the past: the
+// current readings' last hour, today's family (24 hours, a month or a year
+// ago, the last hours and days), the climate figures (averages, month- and
+// year-to-date, day counts) and the almanac's last rain.
+//
+// Each data line of a monthly log becomes one LoggedMinute in the internal
+// units (°C, knots, hPa, mm), whatever unit system the logs are written in.
+// The fill's `LogMinutes` (TagCaches::logMinutes) reads each month's log at
+// most once, and only when a tag first asks for that month; the families
+// build their views (MinuteHistory, the climate's day figures) from it.
+
+#include <filesystem>
+#include <limits>
+#include <map>
+#include <optional>
+#include <span>
+#include <vector>
+
+#include "core/unit_choices.h"
+#include "datafiles/log_files.h"
+#include "publish/tags/civil_calendar.h"
+
+namespace nimbrel {
+
+struct TagContext;
+struct MonthlyLogLine;
+
+struct LoggedMinute {
+  long long minute = 0;  // see civilMinute
+  double temperature = 0;
+  double humidity = 0;
+  double dewpoint = 0;
+  double barometer = 0;
+  double wind = 0;  // the minute's average
+  double gust = 0;
+  double direction = 0;  // degrees
+  double rain = 0;       // fallen in that minute
+  double heatindex = 0;
+  double dailyRain = 0;  // the running totals of the day, month and year
+  double monthRain = 0;
+  double yearRain = 0;
+  // Worked out from the logged fields.
+  double windchill = 0;  // as the live wind chill: from the average or, by the owner's choice, the gust
+  double apparent = 0;   // apparent temperature in the shade (no sun term: the log keeps no solar)
+  double humidex = 0;
+};
+
+// How the logs are written and how the derived fields are worked out.
+struct LogReading {
+  UnitSystem logUnits = UnitSystem::metric;
+  bool chillFromGust = false;
+};
+
+LoggedMinute loggedMinute(const MonthlyLogLine& line, const LogReading& reading);
+
+// Apparent temperature of a logged minute (the shade form, see the .cpp).
+double apparentTemperature(double celsius, double humidity, double windKnots);
+
+// The minutes of the monthly logs in one folder, read a month at a time.
+class LogMinutes {
+ public:
+  LogMinutes(std::filesystem::path folder, LogReading reading);
+
+  // The data lines of the month's log in the order of the file; none when
+  // it is missing or unreadable. Read on the first ask.
+  const std::vector<LoggedMinute>& month(const LogMonth& month);
+  const std::filesystem::path& folder() const { return folder_; }
+  const LogReading& reading() const { return reading_; }
+
+ private:
+  std::filesystem::path folder_;
+  LogReading reading_;
+  std::map<int, std::vector<LoggedMinute>> months_;  // by year * 12 + month - 1
+};
+
+// The fill's minutes, from its cache.
+LogMinutes& logMinutes(const TagContext& context);
+
+// The log month a civil minute's line is written to (9 am day's rule).
+LogMonth logMonthOf(long long minute, bool nineAmDay);
+// The months whose logs hold the minutes [from, to): the log month of
+// either end and every month between.
+std::vector<LogMonth> logMonthsCovering(long long from, long long to, bool nineAmDay);
+
+// One field of a logged minute, for the scans below.
+using LoggedField = double LoggedMinute::*;
+
+struct LoggedExtreme {
+  double value = 0;
+  const LoggedMinute* at = nullptr;  // the first minute that reached it
+};
+
+// Some months' minutes in time order.
+class MinuteHistory {
+ public:
+  // A minute logged twice (the clock set back) keeps its first line, or
+  // every line.
+  enum class Repeats { first, all };
+
+  MinuteHistory() = default;
+  // The minutes of `months` in [from, to].
+  static MinuteHistory gather(LogMinutes& logs, std::span<const LogMonth> months, Repeats repeats,
+                              long long from = std::numeric_limits<long long>::min(),
+                              long long to = std::numeric_limits<long long>::max());
+
+  const std::vector<LoggedMinute>& minutes() const { return minutes_; }
+
+  // The logged minute nearest to `minute`, no further than `tolerance`
+  // minutes away.
+  const LoggedMinute* near(long long minute, int tolerance) const;
+  // The last line at `minute` or before.
+  const LoggedMinute* latestUpTo(long long minute) const;
+  // The minutes in [from, to).
+  std::span<const LoggedMinute> between(long long from, long long to) const;
+
+ private:
+  std::vector<LoggedMinute> minutes_;
+};
+
+// Highest and lowest of a field over some minutes; nothing when there are none.
+std::optional<LoggedExtreme> highest(std::span<const LoggedMinute> minutes, LoggedField field);
+std::optional<LoggedExtreme> lowest(std::span<const LoggedMinute> minutes, LoggedField field);
+// The rain of some minutes.
+double rainOf(std::span<const LoggedMinute> minutes);
+
+}  // namespace nimbrel
