@@ -29,6 +29,8 @@ class FolderTagState {
   bool hasReadings() const { return readingsSeen_; }
   SystemTime instant() const { return instant_; }
   std::unique_ptr<TagSnapshot> snapshot() const;
+  // What the tags keep between fills from this folder (its logs read back).
+  TagMemory& memory() { return memory_; }
 
  private:
   DocumentSettingsStore settings_;
@@ -38,6 +40,7 @@ class FolderTagState {
   bool readingsSeen_ = false;
   SystemTime instant_;
   std::unique_ptr<StationStatistics> statistics_;
+  TagMemory memory_;
 };
 
 }  // namespace nimbrel

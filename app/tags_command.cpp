@@ -56,7 +56,7 @@ int fillAll(FolderTagState& state, std::FILE* out, std::FILE* err, TextLog& log)
   }
   const auto snapshot = state.snapshot();
   const TemplateJob job{folder, std::string(kAllTagsTemplate), std::string(kAllTagsOutput)};
-  if (!fillPage(job, *snapshot, false, [&log](std::string_view m) { log.write(m); })) return 2;
+  if (!fillPage(job, *snapshot, false, [&log](std::string_view m) { log.write(m); }, state.memory())) return 2;
   fmt::print(out, "{}\n", (folder / kAllTagsOutput).string());
   return 0;
 }
@@ -90,7 +90,7 @@ int runTags(const TagsRequest& request, std::FILE* out, std::FILE* err) {
   }
   const auto snapshot = state.snapshot();
   const auto lines = fillLines(templateLines(*text), source.filename().string(), *snapshot,
-                               [&preview](std::string_view m) { preview.log().write(m); });
+                               [&preview](std::string_view m) { preview.log().write(m); }, state.memory());
   if (request.outputFile.empty()) {
     fmt::print(out, "{}", joined(lines, "\n"));
     return 0;

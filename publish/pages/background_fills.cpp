@@ -13,7 +13,7 @@ bool BackgroundFills::start(std::unique_ptr<TagSnapshot> snapshot, TemplateJob j
   asio::post(pool_, [this, owned, job = std::move(job), append] {
     std::vector<std::string> messages;
     try {
-      fillPage(job, *owned, append, [&messages](std::string_view m) { messages.emplace_back(m); });
+      fillPage(job, *owned, append, [&messages](std::string_view m) { messages.emplace_back(m); }, memory_);
     } catch (const std::exception& e) {
       messages.push_back("error with custom web page " + job.outputName + " " + e.what());
     }

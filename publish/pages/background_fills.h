@@ -49,6 +49,9 @@ class BackgroundFills {
   std::set<std::string> busy_;
   std::size_t finished_ = 0;
   std::shared_ptr<int> alive_ = std::make_shared<int>(0);
+  // What the tags keep from one fill to the next; only the worker thread
+  // (one thread, one fill at a time) touches it.
+  TagMemory memory_;
   asio::thread_pool pool_{1};  // last: joined before the members above go
 };
 

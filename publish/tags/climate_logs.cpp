@@ -109,8 +109,10 @@ std::optional<double> Tally::direction() const {
   return degrees >= 360.0 ? 0.0 : degrees;
 }
 
-ClimateLogs::ClimateLogs(LogMinutes& logs, bool nineAmDay, const LocalTime& now)
+ClimateLogs::ClimateLogs(LogMinutes& logs, std::map<int, ClimateMonth>& months, bool nineAmDay,
+                         const LocalTime& now)
     : logs_(&logs),
+      months_(&months),
       nineAmDay_(nineAmDay),
       today_(dayNumber(now.year, now.month, now.day)),
       nowKey_(civilMinute(now)) {}
@@ -125,21 +127,60 @@ std::vector<LogMonth> ClimateLogs::monthsFrom(int firstDay) const {
   return months;
 }
 
-void ClimateLogs::summarise(const LogMonth& month) {
-  if (!summarised_.insert(month.year * 12 + month.month - 1).second) return;
-  double previousDailyRain = 0;  // a file starts just after a reset of the day's rain
-  for (const LoggedMinute& minute : logs_->month(month)) {
-    if (minute.minute > nowKey_) continue;  // a clock set back leaves lines "in the future"
+namespace {
+
+constexpr std::size_t kClimateMonthsKept = 30;
+
+// Sums up the lines of `minutes` from `summary.processed` on.
+void sumUp(ClimateMonth& summary, const std::vector<LoggedMinute>& minutes, std::int64_t nowKey) {
+  for (std::size_t i = summary.processed; i < minutes.size(); ++i) {
+    const LoggedMinute& minute = minutes[i];
+    if (minute.minute > nowKey) {  // a clock set back leaves lines "in the future"
+      summary.passedLater = true;
+      continue;
+    }
+    summary.latest = std::max<std::int64_t>(summary.latest, minute.minute);
     const int day = static_cast<int>(minute.minute / kMinutesPerDay);
-    DayFigures& figures = days_[day];
+    DayFigures& figures = summary.days[day];
     figures.day = day;
     figures.tally.add(minute);
     // A fall of the day's total is its reset: what it shows now fell since.
-    figures.rain += minute.dailyRain >= previousDailyRain ? minute.dailyRain - previousDailyRain : minute.dailyRain;
-    previousDailyRain = minute.dailyRain;
+    figures.rain += minute.dailyRain >= summary.previousDailyRain ? minute.dailyRain - summary.previousDailyRain
+                                                                  : minute.dailyRain;
+    summary.previousDailyRain = minute.dailyRain;
     figures.monthRainEnd = minute.monthRain;
     figures.yearRainEnd = minute.yearRain;
   }
+  summary.processed = minutes.size();
+}
+
+}  // namespace
+
+void ClimateLogs::summarise(const LogMonth& month) {
+  const int key = month.year * 12 + month.month - 1;
+  if (!summarised_.insert(key).second) return;
+  const LogMinutes::Version version = logs_->version(month);
+  ClimateMonth& summary = (*months_)[key];
+  // A summary still holds when the log only grew and the moment of the fill
+  // leaves out the same lines; otherwise the month is summed up again.
+  const bool holds = summary.version.generation == version.generation && summary.latest <= nowKey_ &&
+                     !(summary.passedLater && summary.nowKey != nowKey_);
+  if (!holds) summary = ClimateMonth{};
+  if (!holds || !(summary.version == version)) {
+    sumUp(summary, logs_->month(month), nowKey_);
+    summary.version = version;
+    summary.nowKey = nowKey_;
+  }
+  for (const auto& [day, figures] : summary.days) {
+    const auto [it, added] = days_.try_emplace(day, figures);
+    if (added) continue;
+    // A date whose lines lie in two files (the 9 am weather day).
+    it->second.tally.merge(figures.tally);
+    it->second.rain += figures.rain;
+    it->second.monthRainEnd = figures.monthRainEnd;
+    it->second.yearRainEnd = figures.yearRainEnd;
+  }
+  while (months_->size() > kClimateMonthsKept) months_->erase(months_->begin());
 }
 
 void ClimateLogs::loadRange(int firstDay) {

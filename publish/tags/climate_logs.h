@@ -13,6 +13,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <limits>
 #include <map>
 #include <optional>
 #include <set>
@@ -72,10 +73,22 @@ struct DayFigures {
   double yearRainEnd = 0;
 };
 
+// The day figures of one month's log, kept across fills (TagMemory) while
+// the log does not change, and carried on over the lines appended to it.
+struct ClimateMonth {
+  LogMinutes::Version version;
+  std::size_t processed = 0;       // lines of the log summed up
+  double previousDailyRain = 0;    // the daily-rain column of the last line summed
+  std::int64_t latest = std::numeric_limits<std::int64_t>::min();  // the latest minute summed
+  bool passedLater = false;        // lines after `nowKey` were left out
+  std::int64_t nowKey = 0;
+  std::map<int, DayFigures> days;
+};
+
 class ClimateLogs {
  public:
-  // `logs` is the fill's (TagCaches::logMinutes) and outlives this.
-  ClimateLogs(LogMinutes& logs, bool nineAmDay, const LocalTime& now);
+  // `logs` and `months` are the memory's (TagMemory) and outlive this.
+  ClimateLogs(LogMinutes& logs, std::map<int, ClimateMonth>& months, bool nineAmDay, const LocalTime& now);
 
   // The days from `firstDay` to today (day numbers), summed from the logs
   // of those months; dates without lines are absent.
@@ -104,6 +117,7 @@ class ClimateLogs {
   void loadSunMonth(const LogMonth& month);
 
   LogMinutes* logs_;
+  std::map<int, ClimateMonth>* months_;
   bool nineAmDay_;
   int today_;
   std::int64_t nowKey_;

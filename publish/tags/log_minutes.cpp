@@ -3,13 +3,16 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
+#include <fstream>
 
 #include "core/live_record.h"
 #include "core/weather_utils.h"
 #include "datafiles/log_fields.h"
 #include "datafiles/monthly_log_reader.h"
+#include "core/file_io.h"
 #include "publish/tags/comfort_formulas.h"
 #include "publish/tags/tag_context.h"
+#include "publish/tags/tag_memory.h"
 #include "publish/tags/unit_conversion.h"
 
 namespace nimbrel {
@@ -70,21 +73,146 @@ double apparentTemperature(double celsius, double humidity, double windKnots) {
 LogMinutes::LogMinutes(std::filesystem::path folder, LogReading reading)
     : folder_(std::move(folder)), reading_(reading) {}
 
-const std::vector<LoggedMinute>& LogMinutes::month(const LogMonth& month) {
-  const auto [it, added] = months_.try_emplace(month.year * 12 + month.month - 1);
-  if (!added) return it->second;
-  if (const auto log = readMonthlyLog(monthFile(folder_, month, "lg.txt"))) {
-    it->second.reserve(log->lines().size());
-    for (const MonthlyLogLine& line : log->lines()) it->second.push_back(loggedMinute(line, reading_));
+namespace {
+
+constexpr std::size_t kCheckBytes = 64;  // compared at the start and before the end read
+
+// `count` bytes of the file from `offset`; fewer at its end, nothing when it
+// cannot be read.
+std::optional<std::string> readRange(const std::filesystem::path& file, std::uintmax_t offset, std::uintmax_t count) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) return std::nullopt;
+  in.seekg(static_cast<std::streamoff>(offset));
+  if (!in) return std::nullopt;
+  std::string text(static_cast<std::size_t>(count), '\0');
+  in.read(text.data(), static_cast<std::streamsize>(count));
+  text.resize(static_cast<std::size_t>(in.gcount()));
+  return text;
+}
+
+}  // namespace
+
+void LogMinutes::parse(MonthState& state, const std::string& text, std::uintmax_t start) {
+  if (start == 0) state.head = text.substr(0, kCheckBytes);
+  const std::size_t lastEnd = text.rfind('\n');
+  if (lastEnd == std::string::npos) return;  // no whole line yet
+  const MonthlyLogText log(text.substr(0, lastEnd + 1));
+  state.minutes.reserve(state.minutes.size() + log.lines().size());
+  for (const MonthlyLogLine& line : log.lines()) state.minutes.push_back(loggedMinute(line, reading_));
+  state.consumed = start + lastEnd + 1;
+  std::string before = state.beforeEnd + text.substr(0, lastEnd + 1);
+  state.beforeEnd = before.substr(before.size() - std::min(before.size(), kCheckBytes));
+}
+
+void LogMinutes::readWhole(MonthState& state, const std::filesystem::path& file) {
+  state.minutes.clear();
+  state.head.clear();
+  state.beforeEnd.clear();
+  state.consumed = 0;
+  state.held = true;
+  const auto text = readWholeFile(file);
+  state.exists = text.has_value();
+  if (text) parse(state, *text, 0);
+  state.minutes.shrink_to_fit();
+}
+
+// True when the file still starts and goes on to `consumed` as read: the
+// lines after it are then read alone (and kept when the minutes are held).
+bool LogMinutes::readAppended(MonthState& state, const std::filesystem::path& file) {
+  if (state.size < state.consumed) return false;
+  const auto head = readRange(file, 0, state.head.size());
+  const std::uintmax_t checkFrom = state.consumed - state.beforeEnd.size();
+  const auto before = readRange(file, checkFrom, state.beforeEnd.size());
+  if (!head || !before || *head != state.head || *before != state.beforeEnd) return false;
+  const auto tail = readRange(file, state.consumed, state.size - state.consumed);
+  if (!tail) return false;
+  if (state.held) {
+    parse(state, *tail, state.consumed);
+  } else if (const std::size_t lastEnd = tail->rfind('\n'); lastEnd != std::string::npos) {
+    std::string joined = state.beforeEnd + tail->substr(0, lastEnd + 1);
+    state.beforeEnd = joined.substr(joined.size() - std::min(joined.size(), kCheckBytes));
+    state.consumed += lastEnd + 1;
   }
-  return it->second;
+  return true;
+}
+
+LogMinutes::MonthState& LogMinutes::refreshed(int key, const LogMonth& month) {
+  MonthState& state = months_[key];
+  state.lastUse = ++uses_;
+  if (state.known && state.checkedFill == fill_) return state;
+  state.checkedFill = fill_;
+  const std::filesystem::path file = monthFile(folder_, month, "lg.txt");
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(file, error);
+  std::filesystem::file_time_type written{};
+  if (!error) written = std::filesystem::last_write_time(file, error);
+  const bool wasKnown = state.known;
+  state.known = true;
+  if (error) {  // missing or unreadable: no lines
+    if (wasKnown && !state.exists && state.held) return state;
+    state = MonthState{true, false, 0, {}, 0, {}, {}, {nextVersion_, nextVersion_}, true, {}, fill_, uses_};
+    ++nextVersion_;
+    return state;
+  }
+  if (wasKnown && state.exists && size == state.size && written == state.written) return state;
+  const std::uintmax_t oldSize = state.size;
+  state.size = size;
+  state.written = written;
+  if (wasKnown && state.exists && size > oldSize && readAppended(state, file)) {
+    state.version.version = nextVersion_++;
+    return state;
+  }
+  readWhole(state, file);
+  state.version = {nextVersion_, nextVersion_};
+  ++nextVersion_;
+  evictBeyondLimit(key);
+  return state;
+}
+
+void LogMinutes::evictBeyondLimit(int keep) {
+  while (monthsHeld() > kMonthsOfMinutes) {
+    MonthState* oldest = nullptr;
+    for (auto& [key, state] : months_)
+      if (key != keep && state.held && state.exists && (oldest == nullptr || state.lastUse < oldest->lastUse))
+        oldest = &state;
+    if (oldest == nullptr) return;
+    oldest->held = false;
+    std::vector<LoggedMinute>().swap(oldest->minutes);
+  }
+}
+
+std::size_t LogMinutes::monthsHeld() const {
+  return static_cast<std::size_t>(
+      std::count_if(months_.begin(), months_.end(), [](const auto& m) { return m.second.held && m.second.exists; }));
+}
+
+const std::vector<LoggedMinute>& LogMinutes::month(const LogMonth& month) {
+  const int key = month.year * 12 + month.month - 1;
+  MonthState& state = refreshed(key, month);
+  if (!state.held) {
+    // Let go earlier: the file was looked at this fill, its lines are the same or grew.
+    const auto size = state.size;
+    const auto written = state.written;
+    readWhole(state, monthFile(folder_, month, "lg.txt"));
+    state.size = size;
+    state.written = written;
+    evictBeyondLimit(key);
+  }
+  return state.minutes;
+}
+
+LogMinutes::Version LogMinutes::version(const LogMonth& month) {
+  return refreshed(month.year * 12 + month.month - 1, month).version;
 }
 
 LogMinutes& logMinutes(const TagContext& context) {
-  auto& cached = context.caches.logMinutes;
-  if (!cached)
-    cached.emplace(context.logFolder, LogReading{context.units.units.logFile, context.units.wind.chillFromGust});
-  return *cached;
+  if (!context.caches.logsChecked) {
+    context.caches.logsChecked = true;
+    context.memory.logs(context.logFolder, LogReading{context.units.units.logFile, context.units.wind.chillFromGust})
+        .beginFill();
+  }
+  return context.memory.logs(context.logFolder,
+                             LogReading{context.units.units.logFile, context.units.wind.chillFromGust});
 }
 
 LogMonth logMonthOf(long long minute, bool nineAmDay) {

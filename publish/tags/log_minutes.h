@@ -6,11 +6,17 @@
 //
 // Each data line of a monthly log becomes one LoggedMinute in the internal
 // units (°C, knots, hPa, mm), whatever unit system the logs are written in.
-// The fill's `LogMinutes` (TagCaches::logMinutes) reads each month's log at
-// most once, and only when a tag first asks for that month; the families
-// build their views (MinuteHistory, the climate's day figures) from it.
+// One `LogMinutes` lives across fills (TagMemory, publish/tags/tag_memory.h):
+// a month's log is read when a tag first asks for it; at a later fill the
+// file is looked at again (size, time, first and last bytes read) and only
+// the lines appended since are read, or the whole file when it was replaced,
+// truncated or removed. A few months are kept as minutes; the families keep
+// their own summaries of older months (climate days, rain days), renewed
+// when a month's `version` changes.
 
+#include <cstdint>
 #include <filesystem>
+#include <string>
 #include <limits>
 #include <map>
 #include <optional>
@@ -50,6 +56,7 @@ struct LoggedMinute {
 struct LogReading {
   UnitSystem logUnits = UnitSystem::metric;
   bool chillFromGust = false;
+  bool operator==(const LogReading&) const = default;
 };
 
 LoggedMinute loggedMinute(const MonthlyLogLine& line, const LogReading& reading);
@@ -62,19 +69,62 @@ class LogMinutes {
  public:
   LogMinutes(std::filesystem::path folder, LogReading reading);
 
+  // A new fill: each month's file is looked at again on its first ask.
+  void beginFill() { ++fill_; }
+
   // The data lines of the month's log in the order of the file; none when
-  // it is missing or unreadable. Read on the first ask.
+  // it is missing or unreadable. The reference stays valid until the next
+  // call for another month (at most kMonthsOfMinutes months are kept).
   const std::vector<LoggedMinute>& month(const LogMonth& month);
+
+  // What a summary of a month's minutes needs to know whether it is still
+  // good: `version` changes with every change of the month's lines; while
+  // `generation` stays, the lines only grew at the end.
+  struct Version {
+    std::uint64_t generation = 0;
+    std::uint64_t version = 0;
+    bool operator==(const Version&) const = default;
+  };
+  // Looks at the file (once per fill) without reading its lines.
+  Version version(const LogMonth& month);
+
   const std::filesystem::path& folder() const { return folder_; }
   const LogReading& reading() const { return reading_; }
+  // Months whose minutes are held now (for bounds on memory).
+  std::size_t monthsHeld() const;
+
+  static constexpr std::size_t kMonthsOfMinutes = 3;
 
  private:
+  struct MonthState {
+    bool known = false;          // looked at once at least
+    bool exists = false;
+    std::uintmax_t size = 0;     // of the file when last looked at
+    std::filesystem::file_time_type written{};
+    std::uintmax_t consumed = 0; // bytes up to the last whole line read
+    std::string head;            // the file's first bytes and the bytes just
+    std::string beforeEnd;       // before `consumed`, to tell an append from a rewrite
+    Version version;
+    bool held = false;           // the minutes below are those of the file
+    std::vector<LoggedMinute> minutes;
+    std::uint64_t checkedFill = 0;
+    std::uint64_t lastUse = 0;
+  };
+  MonthState& refreshed(int key, const LogMonth& month);
+  void readWhole(MonthState& state, const std::filesystem::path& file);
+  bool readAppended(MonthState& state, const std::filesystem::path& file);
+  void parse(MonthState& state, const std::string& text, std::uintmax_t start);
+  void evictBeyondLimit(int keep);
+
   std::filesystem::path folder_;
   LogReading reading_;
-  std::map<int, std::vector<LoggedMinute>> months_;  // by year * 12 + month - 1
+  std::map<int, MonthState> months_;  // by year * 12 + month - 1
+  std::uint64_t fill_ = 1;
+  std::uint64_t uses_ = 0;
+  std::uint64_t nextVersion_ = 1;
 };
 
-// The fill's minutes, from its cache.
+// The minutes of the fill's log folder, from the memory that outlives fills.
 LogMinutes& logMinutes(const TagContext& context);
 
 // The log month a civil minute's line is written to (9 am day's rule).

@@ -11,9 +11,15 @@ namespace nimbrel {
 // Fills `job` as customwebpage does, with the template options of the
 // snapshot's settings (`appendCustomText` from the caller). False when the
 // output could not be written.
+// `memory` is the filler's, kept from one fill to the next (logs read,
+// summaries of past months); without it the fill starts from nothing.
+bool fillPage(const TemplateJob& job, TagSnapshot& snapshot, bool appendCustomText, const ReplacerErrorSink& report,
+              TagMemory& memory);
 bool fillPage(const TemplateJob& job, TagSnapshot& snapshot, bool appendCustomText, const ReplacerErrorSink& report);
 
 // The template's lines filled, for a preview that writes no file.
+std::vector<std::string> fillLines(std::vector<std::string> lines, std::string_view templateName,
+                                   TagSnapshot& snapshot, const ReplacerErrorSink& report, TagMemory& memory);
 std::vector<std::string> fillLines(std::vector<std::string> lines, std::string_view templateName,
                                    TagSnapshot& snapshot, const ReplacerErrorSink& report);
 

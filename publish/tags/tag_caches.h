@@ -15,10 +15,9 @@
 namespace nimbrel {
 
 struct TagCaches {
-  // The monthly logs' minutes (publish/tags/log_minutes.h), shared by every
-  // family below that looks into the past: each month's log is read at most
-  // once per fill, and only when a tag of the fill asks for that month.
-  std::optional<LogMinutes> logMinutes;
+  // Whether the logs of the memory (TagMemory::logs) were told of this fill:
+  // each month's file is looked at once per fill, when a tag first asks.
+  bool logsChecked = false;
 
   // Current readings: the logged minutes from yesterday's midnight to now,
   // for the last hour's rain and the hour's and three hours' changes.

@@ -14,6 +14,7 @@
 #include "core/unit_settings.h"
 #include "processing/statistics/station_statistics.h"
 #include "publish/tags/tag_caches.h"
+#include "publish/tags/tag_memory.h"
 #include "publish/tags/tag_options.h"
 
 namespace nimbrel {
@@ -29,6 +30,7 @@ struct TagContext {
   bool readingsSeen;    // false until the station's first reading: live values are "---"
   std::filesystem::path logFolder;  // the monthly logs, for averages and counts over past days
   TagCaches& caches;    // summaries worked out once per fill, when a tag first needs them
+  TagMemory& memory;    // what outlives the fill (logs read, summaries of past months), the filler's
 };
 
 }  // namespace nimbrel

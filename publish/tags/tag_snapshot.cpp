@@ -21,10 +21,10 @@ TagSnapshot::TagSnapshot(const TagSources& sources)
       readingsSeen_(sources.readingsSeen),
       logFolder_(sources.logFolder) {}
 
-TagContext TagSnapshot::context() {
+TagContext TagSnapshot::context(TagMemory& memory) {
   caches_ = TagCaches{};
-  return TagContext{live_,   stats_,       units_,        settings_,  options_, instant_, toLocalTime(instant_),
-                    readingsSeen_, logFolder_, caches_};
+  return TagContext{live_,         stats_,     units_,  settings_, options_, instant_, toLocalTime(instant_),
+                    readingsSeen_, logFolder_, caches_, memory};
 }
 
 RawHeaderValues TagSnapshot::rawHeader() const {

@@ -38,8 +38,9 @@ class TagSnapshot {
   TagSnapshot(const TagSnapshot&) = delete;
   TagSnapshot& operator=(const TagSnapshot&) = delete;
 
-  // The context of one fill; the caches start empty for each.
-  TagContext context();
+  // The context of one fill; the caches start empty for each, `memory` is
+  // the filler's and outlives the fill.
+  TagContext context(TagMemory& memory);
   const TagOptions& options() const { return options_; }
   const SettingsStore& settings() const { return settings_; }
   // The readings of the raw header line of "wx.html", in the units the page shows.

@@ -45,8 +45,8 @@ class TagWorld {
   }
 
   TagContext context() {
-    return TagContext{record, statistics, units, settings, options, clock.now(), clock.local(),
-                      readingsSeen, folder.path(), caches};
+    return TagContext{record,       statistics,    units,  settings, options, clock.now(), clock.local(),
+                      readingsSeen, folder.path(), caches, memory};
   }
 
   TempFolder folder;
@@ -58,6 +58,7 @@ class TagWorld {
   StationStatistics statistics;
   TagOptions options;
   TagCaches caches;
+  TagMemory memory;  // kept across fills, as the program keeps it
   bool readingsSeen = false;
 };
 

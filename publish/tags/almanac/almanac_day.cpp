@@ -43,18 +43,40 @@ std::optional<astro::Place> placeOf(const StationPosition& position) {
   return astro::Place{*position.latitude, *position.longitude};
 }
 
-SunDay workOutSunDay(double nowJd, const LocalTime& now, const astro::Place& place) {
+SunDayEvents workOutSunDayEvents(const LocalTime& now, const astro::Place& place) {
   const DaySpan today = localDay(now);
   const DaySpan yesterday = localDay(now, -1);
+  SunDayEvents e;
+  e.year = now.year;
+  e.month = now.month;
+  e.day = now.day;
+  e.latitude = place.latitude;
+  e.longitude = place.longitude;
+  e.sun = astro::sunEvents(today.start, today.end, place);
+  e.civil = astro::sunEvents(today.start, today.end, place, astro::SunHorizon::civil);
+  e.astronomical = astro::sunEvents(today.start, today.end, place, astro::SunHorizon::astronomical);
+  e.yesterdayDaylight = astro::sunEvents(yesterday.start, yesterday.end, place).daysAbove;
+  return e;
+}
+
+namespace {
+
+SunDay sunDayOf(const SunDayEvents& e, double nowJd, const astro::Place& place) {
   SunDay s;
-  s.sun = astro::sunEvents(today.start, today.end, place);
-  s.civil = astro::sunEvents(today.start, today.end, place, astro::SunHorizon::civil);
-  s.astronomical = astro::sunEvents(today.start, today.end, place, astro::SunHorizon::astronomical);
-  s.yesterdayDaylight = astro::sunEvents(yesterday.start, yesterday.end, place).daysAbove;
+  s.sun = e.sun;
+  s.civil = e.civil;
+  s.astronomical = e.astronomical;
+  s.yesterdayDaylight = e.yesterdayDaylight;
   const double sunAltitude = astro::altitude(astro::sunPosition(nowJd + astro::deltaTSeconds(nowJd) / 86400.0),
                                              nowJd, place);
   s.upNow = sunAltitude > -0.8333;
   return s;
+}
+
+}  // namespace
+
+SunDay workOutSunDay(double nowJd, const LocalTime& now, const astro::Place& place) {
+  return sunDayOf(workOutSunDayEvents(now, place), nowJd, place);
 }
 
 MoonDay workOutMoonDay(double nowJd, const LocalTime& now, const astro::Place& place) {
@@ -90,7 +112,14 @@ const SunDay* sunDay(const TagContext& context) {
   const auto place = placeOf(context.options.position);
   if (!place) return nullptr;
   auto& cached = context.caches.sunDay;
-  if (!cached) cached = workOutSunDay(astro::julianDay(context.instant), context.now, *place);
+  if (!cached) {
+    auto& events = context.memory.sunEvents;
+    const LocalTime& now = context.now;
+    if (!events || events->year != now.year || events->month != now.month || events->day != now.day ||
+        events->latitude != place->latitude || events->longitude != place->longitude)
+      events = workOutSunDayEvents(now, *place);
+    cached = sunDayOf(*events, astro::julianDay(context.instant), *place);
+  }
   return &*cached;
 }
 

@@ -56,6 +56,16 @@ struct MoonMonth {
   astro::Apsis apogee;
 };
 
+// The sun's events of one local day at one place, which a fill's moment
+// does not change: kept across fills (TagMemory).
+struct SunDayEvents {
+  int year = 0, month = 0, day = 0;
+  double latitude = 0, longitude = 0;
+  astro::DayEvents sun, civil, astronomical;
+  double yesterdayDaylight = 0;
+};
+SunDayEvents workOutSunDayEvents(const LocalTime& now, const astro::Place& place);
+
 std::optional<astro::Place> placeOf(const StationPosition& position);
 
 SunDay workOutSunDay(double nowJd, const LocalTime& now, const astro::Place& place);

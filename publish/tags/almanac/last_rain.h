@@ -3,7 +3,11 @@
 // whose line records rain in that minute. The logs are searched from the
 // present month back, a year at most.
 
+#include <cstdint>
+#include <map>
 #include <optional>
+#include <utility>
+#include <vector>
 
 #include "core/clock.h"
 
@@ -21,7 +25,15 @@ struct LastRain {
 
 inline constexpr int kRainMonthsSearched = 13;  // this month and the twelve before
 
-LastRain findLastRain(LogMinutes& logs, const LocalTime& now);
+// The days of one month's log with rain, each with its last minute of rain
+// (civil minutes, in the order of the file), kept across fills while the
+// log does not change.
+struct RainDays {
+  std::uint64_t version = 0;
+  std::vector<std::pair<long long, long long>> lastByDay;  // day number, minute
+};
+
+LastRain findLastRain(LogMinutes& logs, std::map<int, RainDays>& months, const LocalTime& now);
 
 // The fill's answer, from its cache.
 const LastRain& lastRain(const TagContext& context);
