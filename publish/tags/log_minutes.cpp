@@ -26,7 +26,7 @@ std::optional<LoggedExtreme> extremeOf(std::span<const LoggedMinute> minutes, Lo
   return top;
 }
 
-bool earlier(const LoggedMinute& a, const LoggedMinute& b) { return a.minute < b.minute; }
+[[maybe_unused]] bool earlier(const LoggedMinute& a, const LoggedMinute& b) { return a.minute < b.minute; }
 bool before(const LoggedMinute& m, long long minute) { return m.minute < minute; }
 
 }  // namespace
@@ -97,15 +97,23 @@ void LogMinutes::parse(MonthState& state, const std::string& text, std::uintmax_
   const std::size_t lastEnd = text.rfind('\n');
   if (lastEnd == std::string::npos) return;  // no whole line yet
   const MonthlyLogText log(text.substr(0, lastEnd + 1));
-  state.minutes.reserve(state.minutes.size() + log.lines().size());
-  for (const MonthlyLogLine& line : log.lines()) state.minutes.push_back(loggedMinute(line, reading_));
+  state.minutes->reserve(state.minutes->size() + log.lines().size());
+  for (const MonthlyLogLine& line : log.lines()) {
+    const LoggedMinute m = loggedMinute(line, reading_);
+    if (!state.minutes->empty()) {
+      state.ordered = state.ordered && m.minute >= state.minutes->back().minute;
+      state.strictly = state.strictly && m.minute > state.minutes->back().minute;
+    }
+    state.minutes->push_back(m);
+  }
   state.consumed = start + lastEnd + 1;
   std::string before = state.beforeEnd + text.substr(0, lastEnd + 1);
   state.beforeEnd = before.substr(before.size() - std::min(before.size(), kCheckBytes));
 }
 
 void LogMinutes::readWhole(MonthState& state, const std::filesystem::path& file) {
-  state.minutes.clear();
+  state.minutes = std::make_shared<std::vector<LoggedMinute>>();
+  state.ordered = state.strictly = true;
   state.head.clear();
   state.beforeEnd.clear();
   state.consumed = 0;
@@ -113,7 +121,7 @@ void LogMinutes::readWhole(MonthState& state, const std::filesystem::path& file)
   const auto text = readWholeFile(file);
   state.exists = text.has_value();
   if (text) parse(state, *text, 0);
-  state.minutes.shrink_to_fit();
+  state.minutes->shrink_to_fit();
 }
 
 // True when the file still starts and goes on to `consumed` as read: the
@@ -150,7 +158,12 @@ LogMinutes::MonthState& LogMinutes::refreshed(int key, const LogMonth& month) {
   state.known = true;
   if (error) {  // missing or unreadable: no lines
     if (wasKnown && !state.exists && state.held) return state;
-    state = MonthState{true, false, 0, {}, 0, {}, {}, {nextVersion_, nextVersion_}, true, {}, fill_, uses_};
+    state = MonthState{};
+    state.known = true;
+    state.version = {nextVersion_, nextVersion_};
+    state.held = true;
+    state.checkedFill = fill_;
+    state.lastUse = uses_;
     ++nextVersion_;
     return state;
   }
@@ -177,7 +190,7 @@ void LogMinutes::evictBeyondLimit(int keep) {
         oldest = &state;
     if (oldest == nullptr) return;
     oldest->held = false;
-    std::vector<LoggedMinute>().swap(oldest->minutes);
+    oldest->minutes = std::make_shared<std::vector<LoggedMinute>>();
   }
 }
 
@@ -198,7 +211,13 @@ const std::vector<LoggedMinute>& LogMinutes::month(const LogMonth& month) {
     state.written = written;
     evictBeyondLimit(key);
   }
-  return state.minutes;
+  return *state.minutes;
+}
+
+LogMinutes::Shared LogMinutes::shared(const LogMonth& which) {
+  this->month(which);
+  const MonthState& state = months_[which.year * 12 + which.month - 1];
+  return {state.minutes, state.ordered, state.strictly};
 }
 
 LogMinutes::Version LogMinutes::version(const LogMonth& month) {
@@ -237,26 +256,107 @@ std::vector<LogMonth> logMonthsCovering(long long from, long long to, bool nineA
   return months;
 }
 
+namespace {
+
+bool inOrder(long long before, long long after, MinuteHistory::Repeats repeats) {
+  return repeats == MinuteHistory::Repeats::all ? before <= after : before < after;
+}
+
+// The months' minutes one after the other when that is their time order (as
+// a station that keeps its clock writes them), kept in `logs` and carried on
+// over the lines appended to the last month; nothing otherwise.
+std::shared_ptr<const std::vector<LoggedMinute>> mergedInOrder(LogMinutes& logs, std::span<const LogMonth> months,
+                                                               MinuteHistory::Repeats repeats) {
+  const bool first = repeats == MinuteHistory::Repeats::first;
+  std::vector<int> keys;
+  std::vector<LogMinutes::Version> versions;
+  for (const LogMonth& m : months) {
+    keys.push_back(m.year * 12 + m.month - 1);
+    versions.push_back(logs.version(m));
+  }
+  auto& all = logs.merged();
+  auto found = std::find_if(all.begin(), all.end(),
+                            [&](const LogMinutes::Merged& m) { return m.months == keys && m.firstOfRepeats == first; });
+  if (found != all.end()) {
+    if (found->versions == versions) return found->minutes;
+    const bool onlyLastGrew =
+        std::equal(versions.begin(), versions.end() - 1, found->versions.begin()) &&
+        versions.back().generation == found->versions.back().generation;
+    if (onlyLastGrew) {
+      const LogMinutes::Shared last = logs.shared(months.back());
+      auto& minutes = *found->minutes;
+      const bool continues = last.ordered && (!first || last.strictly) && last.minutes->size() >= found->lastCount &&
+                             (last.minutes->size() == found->lastCount || minutes.empty() ||
+                              inOrder(minutes.back().minute, (*last.minutes)[found->lastCount].minute, repeats));
+      if (continues) {
+        minutes.insert(minutes.end(), last.minutes->begin() + static_cast<std::ptrdiff_t>(found->lastCount),
+                       last.minutes->end());
+        found->lastCount = last.minutes->size();
+        found->versions = versions;
+        return found->minutes;
+      }
+    }
+    all.erase(found);
+  }
+  auto minutes = std::make_shared<std::vector<LoggedMinute>>();
+  std::size_t lastCount = 0;
+  for (const LogMonth& m : months) {
+    const LogMinutes::Shared month = logs.shared(m);
+    if (!month.ordered || (first && !month.strictly)) return nullptr;
+    if (!month.minutes->empty() && !minutes->empty() &&
+        !inOrder(minutes->back().minute, month.minutes->front().minute, repeats))
+      return nullptr;
+    minutes->insert(minutes->end(), month.minutes->begin(), month.minutes->end());
+    lastCount = month.minutes->size();
+  }
+  constexpr std::size_t kMergedKept = 3;
+  if (all.size() >= kMergedKept) all.erase(all.begin());
+  all.push_back({keys, first, versions, lastCount, minutes});
+  return minutes;
+}
+
+}  // namespace
+
 MinuteHistory MinuteHistory::gather(LogMinutes& logs, std::span<const LogMonth> months, Repeats repeats,
                                     long long from, long long to) {
   MinuteHistory history;
-  auto& minutes = history.minutes_;
+  if (months.size() == 1) {
+    // One month in time order is its own history: no copy.
+    const LogMinutes::Shared month = logs.shared(months.front());
+    if (month.ordered && (repeats == Repeats::all || month.strictly)) history.all_ = month.minutes;
+  } else if (!months.empty()) {
+    history.all_ = mergedInOrder(logs, months, repeats);
+  }
+  if (history.all_) {
+    const auto& all = *history.all_;
+    const auto begin = std::lower_bound(all.begin(), all.end(), from, before);
+    const auto end = std::upper_bound(begin, all.end(), to, [](long long minute, const LoggedMinute& m) {
+      return minute < m.minute;
+    });
+    history.view_ = {begin, end};
+    return history;
+  }
+  // Lines out of order (the clock set back): sorted, each minute once or
+  // every line of it.
+  auto minutes = std::make_shared<std::vector<LoggedMinute>>();
   for (const LogMonth& month : months)
     for (const LoggedMinute& m : logs.month(month))
-      if (m.minute >= from && m.minute <= to) minutes.push_back(m);
-  std::stable_sort(minutes.begin(), minutes.end(), earlier);
+      if (m.minute >= from && m.minute <= to) minutes->push_back(m);
+  std::stable_sort(minutes->begin(), minutes->end(), earlier);
   if (repeats == Repeats::first)
-    minutes.erase(std::unique(minutes.begin(), minutes.end(),
-                              [](const LoggedMinute& a, const LoggedMinute& b) { return a.minute == b.minute; }),
-                  minutes.end());
+    minutes->erase(std::unique(minutes->begin(), minutes->end(),
+                               [](const LoggedMinute& a, const LoggedMinute& b) { return a.minute == b.minute; }),
+                   minutes->end());
+  history.all_ = minutes;
+  history.view_ = *minutes;
   return history;
 }
 
 const LoggedMinute* MinuteHistory::near(long long minute, int tolerance) const {
-  const auto after = std::lower_bound(minutes_.begin(), minutes_.end(), minute, before);
+  const auto after = std::lower_bound(view_.begin(), view_.end(), minute, before);
   const LoggedMinute* best = nullptr;
-  if (after != minutes_.end()) best = &*after;
-  if (after != minutes_.begin()) {
+  if (after != view_.end()) best = &*after;
+  if (after != view_.begin()) {
     const LoggedMinute* previous = &*std::prev(after);
     if (best == nullptr || minute - previous->minute <= best->minute - minute) best = previous;
   }
@@ -265,13 +365,13 @@ const LoggedMinute* MinuteHistory::near(long long minute, int tolerance) const {
 }
 
 const LoggedMinute* MinuteHistory::latestUpTo(long long minute) const {
-  const auto after = std::lower_bound(minutes_.begin(), minutes_.end(), minute + 1, before);
-  return after == minutes_.begin() ? nullptr : &*std::prev(after);
+  const auto after = std::lower_bound(view_.begin(), view_.end(), minute + 1, before);
+  return after == view_.begin() ? nullptr : &*std::prev(after);
 }
 
 std::span<const LoggedMinute> MinuteHistory::between(long long from, long long to) const {
-  const auto first = std::lower_bound(minutes_.begin(), minutes_.end(), from, before);
-  const auto last = std::lower_bound(first, minutes_.end(), std::max(from, to), before);
+  const auto first = std::lower_bound(view_.begin(), view_.end(), from, before);
+  const auto last = std::lower_bound(first, view_.end(), std::max(from, to), before);
   return {first, last};
 }
 

@@ -19,6 +19,7 @@
 #include <string>
 #include <limits>
 #include <map>
+#include <memory>
 #include <optional>
 #include <span>
 #include <vector>
@@ -74,7 +75,8 @@ class LogMinutes {
 
   // The data lines of the month's log in the order of the file; none when
   // it is missing or unreadable. The reference stays valid until the next
-  // call for another month (at most kMonthsOfMinutes months are kept).
+  // call for another month (at most kMonthsOfMinutes months are kept here;
+  // a history gathered from a month keeps its minutes while it lives).
   const std::vector<LoggedMinute>& month(const LogMonth& month);
 
   // What a summary of a month's minutes needs to know whether it is still
@@ -88,12 +90,33 @@ class LogMinutes {
   // Looks at the file (once per fill) without reading its lines.
   Version version(const LogMonth& month);
 
+  // The month's minutes shared, and whether they are in time order (each
+  // minute at or after the one before) and without a minute twice.
+  struct Shared {
+    std::shared_ptr<const std::vector<LoggedMinute>> minutes;
+    bool ordered = true;
+    bool strictly = true;
+  };
+  Shared shared(const LogMonth& month);
+
   const std::filesystem::path& folder() const { return folder_; }
   const LogReading& reading() const { return reading_; }
   // Months whose minutes are held now (for bounds on memory).
   std::size_t monthsHeld() const;
 
-  static constexpr std::size_t kMonthsOfMinutes = 3;
+  // Minutes of several months in time order, kept from one fill to the
+  // next (MinuteHistory::gather) and carried on over the lines appended to
+  // the last month.
+  struct Merged {
+    std::vector<int> months;
+    bool firstOfRepeats = false;
+    std::vector<Version> versions;
+    std::size_t lastCount = 0;  // lines of the last month taken
+    std::shared_ptr<std::vector<LoggedMinute>> minutes;
+  };
+  std::vector<Merged>& merged() { return merged_; }
+
+  static constexpr std::size_t kMonthsOfMinutes = 2;
 
  private:
   struct MonthState {
@@ -106,7 +129,9 @@ class LogMinutes {
     std::string beforeEnd;       // before `consumed`, to tell an append from a rewrite
     Version version;
     bool held = false;           // the minutes below are those of the file
-    std::vector<LoggedMinute> minutes;
+    std::shared_ptr<std::vector<LoggedMinute>> minutes = std::make_shared<std::vector<LoggedMinute>>();
+    bool ordered = true;         // see Shared
+    bool strictly = true;
     std::uint64_t checkedFill = 0;
     std::uint64_t lastUse = 0;
   };
@@ -119,6 +144,7 @@ class LogMinutes {
   std::filesystem::path folder_;
   LogReading reading_;
   std::map<int, MonthState> months_;  // by year * 12 + month - 1
+  std::vector<Merged> merged_;
   std::uint64_t fill_ = 1;
   std::uint64_t uses_ = 0;
   std::uint64_t nextVersion_ = 1;
@@ -154,7 +180,7 @@ class MinuteHistory {
                               long long from = std::numeric_limits<long long>::min(),
                               long long to = std::numeric_limits<long long>::max());
 
-  const std::vector<LoggedMinute>& minutes() const { return minutes_; }
+  std::span<const LoggedMinute> minutes() const { return view_; }
 
   // The logged minute nearest to `minute`, no further than `tolerance`
   // minutes away.
@@ -165,7 +191,8 @@ class MinuteHistory {
   std::span<const LoggedMinute> between(long long from, long long to) const;
 
  private:
-  std::vector<LoggedMinute> minutes_;
+  std::shared_ptr<const std::vector<LoggedMinute>> all_;  // the minutes the view lies in
+  std::span<const LoggedMinute> view_;
 };
 
 // Highest and lowest of a field over some minutes; nothing when there are none.

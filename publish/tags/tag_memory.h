@@ -32,6 +32,9 @@ class TagMemory {
   std::map<int, almanac::RainDays> rainMonths;
   // The sun's events of one local day at one place.
   std::optional<almanac::SunDayEvents> sunEvents;
+  std::optional<almanac::MoonDayEvents> moonEvents;
+  // The moon's phases and apsides already worked out.
+  astro::Memo astro;
 
  private:
   std::optional<LogMinutes> logs_;

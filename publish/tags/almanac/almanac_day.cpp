@@ -79,10 +79,17 @@ SunDay workOutSunDay(double nowJd, const LocalTime& now, const astro::Place& pla
   return sunDayOf(workOutSunDayEvents(now, place), nowJd, place);
 }
 
-MoonDay workOutMoonDay(double nowJd, const LocalTime& now, const astro::Place& place) {
-  const DaySpan today = localDay(now);
+namespace {
+
+template <class Events>
+bool sameDayAndPlace(const std::optional<Events>& e, const LocalTime& now, const astro::Place& place) {
+  return e && e->year == now.year && e->month == now.month && e->day == now.day && e->latitude == place.latitude &&
+         e->longitude == place.longitude;
+}
+
+MoonDay moonDayOf(const astro::DayEvents& today, double nowJd, const astro::Place& place) {
   MoonDay m;
-  m.today = astro::moonEvents(today.start, today.end, place);
+  m.today = today;
   // The moon rises and sets about 50 minutes later each day: within two
   // days of any moment there is a rising and a setting, but at high latitudes.
   const astro::DayEvents ahead = astro::moonEvents(nowJd, nowJd + 2.0, place);
@@ -91,20 +98,30 @@ MoonDay workOutMoonDay(double nowJd, const LocalTime& now, const astro::Place& p
   return m;
 }
 
-MoonMonth workOutMoonMonth(double nowJd, const LocalTime& now) {
+}  // namespace
+
+MoonDay workOutMoonDay(double nowJd, const LocalTime& now, const astro::Place& place) {
+  const DaySpan today = localDay(now);
+  return moonDayOf(astro::moonEvents(today.start, today.end, place), nowJd, place);
+}
+
+MoonMonth workOutMoonMonth(double nowJd, const LocalTime& now, astro::Memo* memo) {
+  auto phase = [memo](long k, astro::Phase p) {
+    return memo != nullptr ? memo->phase(k, p) : astro::phaseOfLunation(k, p);
+  };
   MoonMonth m;
-  m.lunation = astro::lunationAt(nowJd);
-  m.newMoon = astro::phaseOfLunation(m.lunation, astro::Phase::newMoon);
-  m.firstQuarter = astro::phaseOfLunation(m.lunation, astro::Phase::firstQuarter);
-  m.fullMoon = astro::phaseOfLunation(m.lunation, astro::Phase::fullMoon);
-  m.lastQuarter = astro::phaseOfLunation(m.lunation, astro::Phase::lastQuarter);
-  m.nextNewMoon = astro::phaseOfLunation(m.lunation + 1, astro::Phase::newMoon);
-  m.nextFullMoon = nowJd < m.fullMoon ? m.fullMoon : astro::phaseOfLunation(m.lunation + 1, astro::Phase::fullMoon);
+  m.lunation = astro::lunationAt(nowJd, memo);
+  m.newMoon = phase(m.lunation, astro::Phase::newMoon);
+  m.firstQuarter = phase(m.lunation, astro::Phase::firstQuarter);
+  m.fullMoon = phase(m.lunation, astro::Phase::fullMoon);
+  m.lastQuarter = phase(m.lunation, astro::Phase::lastQuarter);
+  m.nextNewMoon = phase(m.lunation + 1, astro::Phase::newMoon);
+  m.nextFullMoon = nowJd < m.fullMoon ? m.fullMoon : phase(m.lunation + 1, astro::Phase::fullMoon);
   m.ageDays = nowJd - m.newMoon;
   m.illuminated = astro::moonIlluminated(nowJd);
   m.phaseName = phaseName(m, now, nowJd);
-  m.perigee = astro::nextPerigee(nowJd);
-  m.apogee = astro::nextApogee(nowJd);
+  m.perigee = astro::nextPerigee(nowJd, memo);
+  m.apogee = astro::nextApogee(nowJd, memo);
   return m;
 }
 
@@ -115,9 +132,7 @@ const SunDay* sunDay(const TagContext& context) {
   if (!cached) {
     auto& events = context.memory.sunEvents;
     const LocalTime& now = context.now;
-    if (!events || events->year != now.year || events->month != now.month || events->day != now.day ||
-        events->latitude != place->latitude || events->longitude != place->longitude)
-      events = workOutSunDayEvents(now, *place);
+    if (!sameDayAndPlace(events, now, *place)) events = workOutSunDayEvents(now, *place);
     cached = sunDayOf(*events, astro::julianDay(context.instant), *place);
   }
   return &*cached;
@@ -127,13 +142,22 @@ const MoonDay* moonDay(const TagContext& context) {
   const auto place = placeOf(context.options.position);
   if (!place) return nullptr;
   auto& cached = context.caches.moonDay;
-  if (!cached) cached = workOutMoonDay(astro::julianDay(context.instant), context.now, *place);
+  if (!cached) {
+    auto& events = context.memory.moonEvents;
+    const LocalTime& now = context.now;
+    if (!sameDayAndPlace(events, now, *place)) {
+      const DaySpan today = localDay(now);
+      events = MoonDayEvents{now.year, now.month, now.day, place->latitude, place->longitude,
+                             astro::moonEvents(today.start, today.end, *place)};
+    }
+    cached = moonDayOf(events->today, astro::julianDay(context.instant), *place);
+  }
   return &*cached;
 }
 
 const MoonMonth& moonMonth(const TagContext& context) {
   auto& cached = context.caches.moonMonth;
-  if (!cached) cached = workOutMoonMonth(astro::julianDay(context.instant), context.now);
+  if (!cached) cached = workOutMoonMonth(astro::julianDay(context.instant), context.now, &context.memory.astro);
   return *cached;
 }
 

@@ -66,11 +66,18 @@ struct SunDayEvents {
 };
 SunDayEvents workOutSunDayEvents(const LocalTime& now, const astro::Place& place);
 
+// The moon's rising, transit and setting of one local day at one place.
+struct MoonDayEvents {
+  int year = 0, month = 0, day = 0;
+  double latitude = 0, longitude = 0;
+  astro::DayEvents today;
+};
+
 std::optional<astro::Place> placeOf(const StationPosition& position);
 
 SunDay workOutSunDay(double nowJd, const LocalTime& now, const astro::Place& place);
 MoonDay workOutMoonDay(double nowJd, const LocalTime& now, const astro::Place& place);
-MoonMonth workOutMoonMonth(double nowJd, const LocalTime& now);
+MoonMonth workOutMoonMonth(double nowJd, const LocalTime& now, astro::Memo* memo = nullptr);
 
 // The fill's figures, from its cache: nullptr when the station's position
 // is not set.

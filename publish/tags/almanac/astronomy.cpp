@@ -194,14 +194,20 @@ double meanApsis(double k) {
   return 2451534.6698 + 27.55454989 * k - 0.0006691 * t * t;
 }
 
-Apsis nextApsis(double jd, double offset, int sign) {
+Apsis apsisNear(double k, int sign, Memo* memo) {
+  return memo != nullptr ? memo->apsis(k, sign) : extremeDistance(meanApsis(k), sign);
+}
+
+Apsis nextApsis(double jd, double offset, int sign, Memo* memo) {
   const double k0 = std::floor((toTerrestrial(jd) - 2451534.6698) / 27.55454989) - 1;
   for (int i = 0; i < 4; ++i) {
-    const Apsis a = extremeDistance(meanApsis(k0 + i + offset), sign);
+    const Apsis a = apsisNear(k0 + i + offset, sign, memo);
     if (a.jd > jd) return a;
   }
-  return extremeDistance(meanApsis(k0 + 4 + offset), sign);
+  return apsisNear(k0 + 4 + offset, sign, memo);
 }
+
+constexpr std::size_t kMemoEntries = 48;
 
 }  // namespace
 
@@ -336,10 +342,27 @@ double phaseOfLunation(long k, Phase phase) {
   return toUniversal(whenAngleReaches(elongation, 90.0 * static_cast<int>(phase), meanJde, 12.1907));
 }
 
-long lunationAt(double jd) {
+double Memo::phase(long k, Phase phase) {
+  const std::pair<long, int> key{k, static_cast<int>(phase)};
+  if (const auto it = phases_.find(key); it != phases_.end()) return it->second;
+  if (phases_.size() >= kMemoEntries) phases_.clear();
+  return phases_[key] = phaseOfLunation(k, phase);
+}
+
+Apsis Memo::apsis(double meanK, int sign) {
+  const std::pair<double, int> key{meanK, sign};
+  if (const auto it = apsides_.find(key); it != apsides_.end()) return it->second;
+  if (apsides_.size() >= kMemoEntries) apsides_.clear();
+  return apsides_[key] = extremeDistance(meanApsis(meanK), sign);
+}
+
+long lunationAt(double jd, Memo* memo) {
+  auto newMoon = [memo](long k) {
+    return memo != nullptr ? memo->phase(k, Phase::newMoon) : phaseOfLunation(k, Phase::newMoon);
+  };
   long k = static_cast<long>(std::floor((jd - 2451550.09766) / kSynodicMonth));
-  while (phaseOfLunation(k + 1, Phase::newMoon) <= jd) ++k;
-  while (phaseOfLunation(k, Phase::newMoon) > jd) --k;
+  while (newMoon(k + 1) <= jd) ++k;
+  while (newMoon(k) > jd) --k;
   return k;
 }
 
@@ -351,8 +374,8 @@ double nextPhase(double jd, Phase phase) {
   }
 }
 
-Apsis nextPerigee(double jd) { return nextApsis(jd, 0.0, +1); }
-Apsis nextApogee(double jd) { return nextApsis(jd, 0.5, -1); }
+Apsis nextPerigee(double jd, Memo* memo) { return nextApsis(jd, 0.0, +1, memo); }
+Apsis nextApogee(double jd, Memo* memo) { return nextApsis(jd, 0.5, -1, memo); }
 
 double seasonStart(int year, Season season) {
   static constexpr std::array<int, 4> kMonth = {3, 6, 9, 12};

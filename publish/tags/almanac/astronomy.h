@@ -25,7 +25,9 @@
 // - perigee and apogee: the least and greatest distance of the series,
 //   searched around the mean perigee of Meeus ch. 50.
 
+#include <map>
 #include <optional>
+#include <utility>
 
 #include "core/clock.h"
 
@@ -91,23 +93,38 @@ double moonIlluminated(double jd);
 
 enum class Phase { newMoon = 0, firstQuarter = 1, fullMoon = 2, lastQuarter = 3 };
 
+struct Apsis {
+  double jd = 0;
+  double distanceKm = 0;
+};
+
+// The costly searches below depend on their arguments alone: a Memo keeps
+// their results (a lunation's phases, the apsides near a mean one) for the
+// next asks with the same arguments, which then get the very same numbers.
+// Bounded: it forgets everything past a few dozen entries.
+class Memo {
+ public:
+  double phase(long k, Phase phase);
+  Apsis apsis(double meanK, int sign);
+
+ private:
+  std::map<std::pair<long, int>, double> phases_;
+  std::map<std::pair<double, int>, Apsis> apsides_;
+};
+
 // The moment of `phase` of lunation k (k = 0: the new moon of 6 January
 // 2000; negative before).
 double phaseOfLunation(long k, Phase phase);
 // The lunation whose new moon is the last at or before `jd`.
-long lunationAt(double jd);
+long lunationAt(double jd, Memo* memo = nullptr);
 // The first `phase` after `jd`.
 double nextPhase(double jd, Phase phase);
 // Brown's lunation number (1 began with the new moon of 17 January 1923).
 inline long brownLunation(long k) { return k + 953; }
 
-struct Apsis {
-  double jd = 0;
-  double distanceKm = 0;
-};
 // The next perigee (least distance) or apogee after `jd`.
-Apsis nextPerigee(double jd);
-Apsis nextApogee(double jd);
+Apsis nextPerigee(double jd, Memo* memo = nullptr);
+Apsis nextApogee(double jd, Memo* memo = nullptr);
 
 enum class Season { marchEquinox = 0, juneSolstice = 1, septemberEquinox = 2, decemberSolstice = 3 };
 // The moment the sun's apparent longitude reaches 0, 90, 180 or 270° in `year`.
