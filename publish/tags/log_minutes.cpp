@@ -9,7 +9,6 @@
 #include "core/weather_utils.h"
 #include "datafiles/log_fields.h"
 #include "datafiles/monthly_log_reader.h"
-#include "core/file_io.h"
 #include "publish/tags/comfort_formulas.h"
 #include "publish/tags/tag_context.h"
 #include "publish/tags/tag_memory.h"
@@ -111,16 +110,25 @@ void LogMinutes::parse(MonthState& state, const std::string& text, std::uintmax_
   state.beforeEnd = before.substr(before.size() - std::min(before.size(), kCheckBytes));
 }
 
+// Read a block at a time, so that the text and its split lines never take
+// more than a block's worth of memory whatever the size of the log.
 void LogMinutes::readWhole(MonthState& state, const std::filesystem::path& file) {
+  constexpr std::uintmax_t kBlock = 256 * 1024;
   state.minutes = std::make_shared<std::vector<LoggedMinute>>();
   state.ordered = state.strictly = true;
   state.head.clear();
   state.beforeEnd.clear();
   state.consumed = 0;
   state.held = true;
-  const auto text = readWholeFile(file);
-  state.exists = text.has_value();
-  if (text) parse(state, *text, 0);
+  state.exists = false;
+  while (true) {
+    const auto block = readRange(file, state.consumed, kBlock);
+    if (!block) return;
+    state.exists = true;
+    const std::uintmax_t before = state.consumed;
+    parse(state, *block, state.consumed);
+    if (block->size() < kBlock || state.consumed == before) break;  // the end, or a line longer than a block
+  }
   state.minutes->shrink_to_fit();
 }
 
