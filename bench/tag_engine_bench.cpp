@@ -79,6 +79,7 @@ class DemoState {
       if (text.empty()) text = header + "\n";
       for (std::vector<std::string> fields : lines) {
         if (day != demoDay) {
+          if (fields[0] != std::to_string(kDay)) continue;  // the next day's first minute
           fields[0] = std::to_string(date.day);
           fields[1] = std::to_string(date.month);
           fields[2] = std::to_string(date.year);

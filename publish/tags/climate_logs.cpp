@@ -248,8 +248,10 @@ std::map<int, double> ClimateLogs::evapotranspiration(int firstDay) {
 }
 
 Tally ClimateLogs::tallySince(std::int64_t firstKey) {
+  if (const auto it = tallies_.find(firstKey); it != tallies_.end()) return it->second;
   Tally tally;
   for (const auto& line : minutesSince(firstKey)) tally.add(line);
+  tallies_.emplace(firstKey, tally);
   return tally;
 }
 

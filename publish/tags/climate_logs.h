@@ -127,6 +127,7 @@ class ClimateLogs {
   std::map<int, double> evapotranspiration_;
   std::map<int, DayFigures> days_;
   std::optional<MinuteHistory> recent_;
+  std::map<std::int64_t, Tally> tallies_;  // by first minute: several tags sum up the same stretch
   int recentFirstMonth_ = 0;  // year * 12 + month - 1 of the first month in recent_
 };
 

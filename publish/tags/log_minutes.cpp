@@ -266,8 +266,11 @@ std::vector<LogMonth> logMonthsCovering(long long from, long long to, bool nineA
 
 namespace {
 
-bool inOrder(long long before, long long after, MinuteHistory::Repeats repeats) {
-  return repeats == MinuteHistory::Repeats::all ? before <= after : before < after;
+// Appends `from` to `to`, each minute once when only the first line of a
+// minute is wanted: in time order, a repeated minute follows its first line.
+void appendInOrder(std::vector<LoggedMinute>& to, std::span<const LoggedMinute> from, bool firstOfRepeats) {
+  for (const LoggedMinute& m : from)
+    if (!firstOfRepeats || to.empty() || to.back().minute != m.minute) to.push_back(m);
 }
 
 // The months' minutes one after the other when that is their time order (as
@@ -293,12 +296,11 @@ std::shared_ptr<const std::vector<LoggedMinute>> mergedInOrder(LogMinutes& logs,
     if (onlyLastGrew) {
       const LogMinutes::Shared last = logs.shared(months.back());
       auto& minutes = *found->minutes;
-      const bool continues = last.ordered && (!first || last.strictly) && last.minutes->size() >= found->lastCount &&
+      const bool continues = last.ordered && last.minutes->size() >= found->lastCount &&
                              (last.minutes->size() == found->lastCount || minutes.empty() ||
-                              inOrder(minutes.back().minute, (*last.minutes)[found->lastCount].minute, repeats));
+                              minutes.back().minute <= (*last.minutes)[found->lastCount].minute);
       if (continues) {
-        minutes.insert(minutes.end(), last.minutes->begin() + static_cast<std::ptrdiff_t>(found->lastCount),
-                       last.minutes->end());
+        appendInOrder(minutes, std::span(*last.minutes).subspan(found->lastCount), first);
         found->lastCount = last.minutes->size();
         found->versions = versions;
         return found->minutes;
@@ -310,11 +312,10 @@ std::shared_ptr<const std::vector<LoggedMinute>> mergedInOrder(LogMinutes& logs,
   std::size_t lastCount = 0;
   for (const LogMonth& m : months) {
     const LogMinutes::Shared month = logs.shared(m);
-    if (!month.ordered || (first && !month.strictly)) return nullptr;
-    if (!month.minutes->empty() && !minutes->empty() &&
-        !inOrder(minutes->back().minute, month.minutes->front().minute, repeats))
+    if (!month.ordered) return nullptr;
+    if (!month.minutes->empty() && !minutes->empty() && minutes->back().minute > month.minutes->front().minute)
       return nullptr;
-    minutes->insert(minutes->end(), month.minutes->begin(), month.minutes->end());
+    appendInOrder(*minutes, *month.minutes, first);
     lastCount = month.minutes->size();
   }
   constexpr std::size_t kMergedKept = 3;
@@ -332,9 +333,8 @@ MinuteHistory MinuteHistory::gather(LogMinutes& logs, std::span<const LogMonth> 
     // One month in time order is its own history: no copy.
     const LogMinutes::Shared month = logs.shared(months.front());
     if (month.ordered && (repeats == Repeats::all || month.strictly)) history.all_ = month.minutes;
-  } else if (!months.empty()) {
-    history.all_ = mergedInOrder(logs, months, repeats);
   }
+  if (!history.all_ && !months.empty()) history.all_ = mergedInOrder(logs, months, repeats);
   if (history.all_) {
     const auto& all = *history.all_;
     const auto begin = std::lower_bound(all.begin(), all.end(), from, before);
