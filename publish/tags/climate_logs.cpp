@@ -109,10 +109,11 @@ std::optional<double> Tally::direction() const {
   return degrees >= 360.0 ? 0.0 : degrees;
 }
 
-ClimateLogs::ClimateLogs(LogMinutes& logs, std::map<int, ClimateMonth>& months, bool nineAmDay,
-                         const LocalTime& now)
+ClimateLogs::ClimateLogs(LogMinutes& logs, std::map<int, ClimateMonth>& months, std::map<int, SunMonth>& sunMonths,
+                         bool nineAmDay, const LocalTime& now)
     : logs_(&logs),
       months_(&months),
+      sunMonths_(&sunMonths),
       nineAmDay_(nineAmDay),
       today_(dayNumber(now.year, now.month, now.day)),
       nowKey_(civilMinute(now)) {}
@@ -222,11 +223,14 @@ std::span<const LoggedMinute> ClimateLogs::minutesSince(std::int64_t firstKey) {
   return recent_->between(firstKey, nowKey_ + 1);
 }
 
+namespace {
+
 // A sun-log line is "day month year hour minute sunshine ET"; anything else
-// (the header, a damaged line) is passed over.
-void ClimateLogs::loadSunMonth(const LogMonth& month) {
-  if (!sunLoaded_.insert(month.year * 12 + month.month - 1).second) return;
-  std::ifstream in(monthFile(logs_->folder(), month, "lgsun.txt"), std::ios::binary);
+// (the header, a damaged line) is passed over. Lines after `nowKey` (a clock
+// set back) are left out, and counted in `latest`.
+void readSunLines(const std::string& text, bool usa, std::int64_t nowKey, std::map<int, double>& days,
+                  std::int64_t& latest) {
+  std::istringstream in(text);
   std::string line;
   while (std::getline(in, line)) {
     std::istringstream fields(line);
@@ -235,10 +239,72 @@ void ClimateLogs::loadSunMonth(const LogMonth& month) {
     if (!(fields >> day >> lineMonth >> lineYear >> hour >> minute >> sunshine >> et)) continue;
     if (lineMonth < 1 || lineMonth > 12 || day < 1 || day > daysInMonth(lineYear, lineMonth)) continue;
     const int number = dayNumber(lineYear, lineMonth, day);
-    if (static_cast<std::int64_t>(number) * kMinutesPerDay + hour * 60 + minute > nowKey_) continue;
-    const double mm = logs_->reading().logUnits == UnitSystem::usa ? et / writer_units::kInchesPerMm : et;
-    auto [it, added] = evapotranspiration_.try_emplace(number, mm);
+    const std::int64_t key = static_cast<std::int64_t>(number) * kMinutesPerDay + hour * 60 + minute;
+    latest = std::max(latest, key);
+    if (key > nowKey) continue;
+    const double mm = usa ? et / writer_units::kInchesPerMm : et;
+    auto [it, added] = days.try_emplace(number, mm);
     if (!added) it->second = std::max(it->second, mm);
+  }
+}
+
+std::optional<std::string> readFrom(const std::filesystem::path& file, std::uintmax_t offset) {
+  std::ifstream in(file, std::ios::binary);
+  if (!in) return std::nullopt;
+  in.seekg(static_cast<std::streamoff>(offset));
+  std::ostringstream text;
+  text << in.rdbuf();
+  return text.str();
+}
+
+}  // namespace
+
+void ClimateLogs::loadSunMonth(const LogMonth& month) {
+  if (!sunLoaded_.insert(month.year * 12 + month.month - 1).second) return;
+  const std::filesystem::path file = monthFile(logs_->folder(), month, "lgsun.txt");
+  const bool usa = logs_->reading().logUnits == UnitSystem::usa;
+  SunMonth& sun = (*sunMonths_)[month.year * 12 + month.month - 1];
+  std::error_code error;
+  const std::uintmax_t size = std::filesystem::file_size(file, error);
+  std::filesystem::file_time_type written{};
+  if (!error) written = std::filesystem::last_write_time(file, error);
+  if (error) {
+    sun = SunMonth{};
+    return;
+  }
+  if (size != sun.size || written != sun.written) {
+    constexpr std::size_t kHead = 64;
+    std::string head(kHead, '\0');
+    {
+      std::ifstream in(file, std::ios::binary);
+      in.read(head.data(), kHead);
+      head.resize(static_cast<std::size_t>(in.gcount()));
+    }
+    const bool appended = size > sun.size && head.compare(0, sun.head.size(), sun.head) == 0;
+    if (!appended) sun = SunMonth{};
+    if (const auto text = readFrom(file, sun.consumed)) {
+      // Whole lines only: the last may still be being written.
+      const std::size_t end = text->rfind('\n');
+      if (end != std::string::npos) {
+        readSunLines(text->substr(0, end + 1), usa, std::numeric_limits<std::int64_t>::max(), sun.days, sun.latest);
+        sun.consumed += end + 1;
+      }
+    }
+    sun.head = head;
+    sun.size = size;
+    sun.written = written;
+  }
+  if (sun.latest <= nowKey_) {
+    for (const auto& [day, mm] : sun.days) {
+      auto [it, added] = evapotranspiration_.try_emplace(day, mm);
+      if (!added) it->second = std::max(it->second, mm);
+    }
+    return;
+  }
+  // Lines after the fill's moment: this fill reads the file for itself.
+  if (const auto text = readFrom(file, 0)) {
+    std::int64_t latest = 0;
+    readSunLines(*text, usa, nowKey_, evapotranspiration_, latest);
   }
 }
 

@@ -17,6 +17,7 @@
 #include <map>
 #include <optional>
 #include <set>
+#include <string>
 #include <span>
 #include <vector>
 
@@ -85,10 +86,23 @@ struct ClimateMonth {
   std::map<int, DayFigures> days;
 };
 
+// The evapotranspiration of each day of one month's sun log (the highest of
+// the day's running totals, in mm), kept across fills and carried on over
+// the lines appended to the log; read again when it was replaced.
+struct SunMonth {
+  std::uintmax_t size = 0;
+  std::filesystem::file_time_type written{};
+  std::uintmax_t consumed = 0;  // bytes up to the last whole line read
+  std::string head;             // the first bytes, to tell an append from a rewrite
+  std::map<int, double> days;   // day number: mm
+  std::int64_t latest = std::numeric_limits<std::int64_t>::min();  // the latest line's minute
+};
+
 class ClimateLogs {
  public:
   // `logs` and `months` are the memory's (TagMemory) and outlive this.
-  ClimateLogs(LogMinutes& logs, std::map<int, ClimateMonth>& months, bool nineAmDay, const LocalTime& now);
+  ClimateLogs(LogMinutes& logs, std::map<int, ClimateMonth>& months, std::map<int, SunMonth>& sunMonths,
+              bool nineAmDay, const LocalTime& now);
 
   // The days from `firstDay` to today (day numbers), summed from the logs
   // of those months; dates without lines are absent.
@@ -118,6 +132,7 @@ class ClimateLogs {
 
   LogMinutes* logs_;
   std::map<int, ClimateMonth>* months_;
+  std::map<int, SunMonth>* sunMonths_;
   bool nineAmDay_;
   int today_;
   std::int64_t nowKey_;

@@ -7,6 +7,7 @@ LogMinutes& TagMemory::logs(const std::filesystem::path& folder, const LogReadin
     logs_.emplace(folder, reading);
     climateMonths.clear();
     rainMonths.clear();
+    sunMonths.clear();
   }
   return *logs_;
 }

@@ -30,6 +30,7 @@ class TagMemory {
   // Summaries by month (year * 12 + month - 1) of the logs above.
   std::map<int, ClimateMonth> climateMonths;
   std::map<int, almanac::RainDays> rainMonths;
+  std::map<int, SunMonth> sunMonths;  // evapotranspiration of each day, from the sun logs
   // The sun's events of one local day at one place.
   std::optional<almanac::SunDayEvents> sunEvents;
   std::optional<almanac::MoonDayEvents> moonEvents;

@@ -59,7 +59,7 @@ using SpanOf = Span Tally::*;
 
 ClimateLogs& logs(const TagContext& c) {
   if (!c.caches.climate)
-    c.caches.climate.emplace(logMinutes(c), c.memory.climateMonths, c.units.resets.dayReset == DayResetTime::nineAm, c.now);
+    c.caches.climate.emplace(logMinutes(c), c.memory.climateMonths, c.memory.sunMonths, c.units.resets.dayReset == DayResetTime::nineAm, c.now);
   return *c.caches.climate;
 }
 
