@@ -1,6 +1,7 @@
 #include "publish/tags/climate_logs.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <fstream>
 #include <numbers>
@@ -49,6 +50,29 @@ std::optional<double> Span::lowest() const {
   return low;
 }
 
+namespace {
+
+// Sine and cosine of each whole degree, worked out once: a tally of many
+// minutes takes both for every minute.
+struct DegreeTable {
+  std::array<double, 360> sin{};
+  std::array<double, 360> cos{};
+  DegreeTable() {
+    for (int dir = 0; dir < 360; ++dir) {
+      const double radians = dir * std::numbers::pi / 180.0;
+      sin[static_cast<std::size_t>(dir)] = std::sin(radians);
+      cos[static_cast<std::size_t>(dir)] = std::cos(radians);
+    }
+  }
+};
+
+const DegreeTable& degrees() {
+  static const DegreeTable table;
+  return table;
+}
+
+}  // namespace
+
 // Directions are taken in whole degrees 0-359 and rain of a minute as no
 // less than none.
 void Tally::add(const LoggedMinute& m) {
@@ -71,9 +95,8 @@ void Tally::add(const LoggedMinute& m) {
     gustHighDay = day;
   }
   gust.add(gustSpeed);
-  const double radians = dir * std::numbers::pi / 180.0;
-  dirX += windSpeed * std::sin(radians);
-  dirY += windSpeed * std::cos(radians);
+  dirX += windSpeed * degrees().sin[static_cast<std::size_t>(dir)];
+  dirY += windSpeed * degrees().cos[static_cast<std::size_t>(dir)];
   rainMinutes += rain;
   if (rain > 0) ++minutesWithRain;
   if (temperature < 0) ++frostMinutes;
