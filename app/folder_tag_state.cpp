@@ -49,7 +49,7 @@ FolderTagState::FolderTagState(const std::filesystem::path& programFolder, TextL
 
 std::unique_ptr<TagSnapshot> FolderTagState::snapshot() const {
   return std::make_unique<TagSnapshot>(
-      TagSources{record_, *statistics_, units_, settings_.document(), instant_, readingsSeen_, folders_.logs});
+      TagSources{record_, *statistics_, units_, settings_.document(), instant_, readingsSeen_, folders_.logs, false});
 }
 
 }  // namespace nimbrel

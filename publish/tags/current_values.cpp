@@ -339,7 +339,8 @@ double rainRateMmPerHour(const TagContext& context) {
 }
 
 double averageWindKnots(const TagContext& context) {
-  return context.units.wind.useTenMinuteAverage ? context.stats.tenMinuteAverage() : context.live.windspeed;
+  if (!context.units.wind.useTenMinuteAverage) return context.live.windspeed;
+  return context.runningProgram ? context.stats.tenMinuteAverage() : std::numeric_limits<double>::quiet_NaN();
 }
 
 double stationPressureHPa(const TagContext& context) {

@@ -31,6 +31,9 @@ struct TagContext {
   std::filesystem::path logFolder;  // the monthly logs, for averages and counts over past days
   TagCaches& caches;    // summaries worked out once per fill, when a tag first needs them
   TagMemory& memory;    // what outlives the fill (logs read, summaries of past months), the filler's
+  // False for a preview from a program folder's files: what the running
+  // program keeps only in memory (the 10-minute average wind) is not there.
+  bool runningProgram = true;
 };
 
 }  // namespace nimbrel

@@ -19,12 +19,13 @@ TagSnapshot::TagSnapshot(const TagSources& sources)
       options_(readTagOptions(settings_, units_)),
       instant_(sources.instant),
       readingsSeen_(sources.readingsSeen),
-      logFolder_(sources.logFolder) {}
+      logFolder_(sources.logFolder),
+      runningProgram_(sources.runningProgram) {}
 
 TagContext TagSnapshot::context(TagMemory& memory) {
   caches_ = TagCaches{};
   return TagContext{live_,         stats_,     units_,  settings_, options_, instant_, toLocalTime(instant_),
-                    readingsSeen_, logFolder_, caches_, memory};
+                    readingsSeen_, logFolder_, caches_, memory,   runningProgram_};
 }
 
 RawHeaderValues TagSnapshot::rawHeader() const {

@@ -30,6 +30,7 @@ struct TagSources {
   SystemTime instant;
   bool readingsSeen = false;
   std::filesystem::path logFolder;
+  bool runningProgram = true;  // false: taken from a folder's files, not from a running program
 };
 
 class TagSnapshot {
@@ -55,6 +56,7 @@ class TagSnapshot {
   SystemTime instant_;
   bool readingsSeen_;
   std::filesystem::path logFolder_;
+  bool runningProgram_;
   TagCaches caches_;
 };
 

@@ -63,7 +63,7 @@ double heatC(const TagContext& c) { return c.live.heatindex; }
 double chillC(const TagContext& c) { return c.live.windchill; }
 double averageKnots(const TagContext& c) { return current::averageWindKnots(c); }
 double presentKnots(const TagContext& c) { return c.live.windspeed; }
-double tenMinuteKnots(const TagContext& c) { return c.stats.tenMinuteAverage(); }
+double tenMinuteKnots(const TagContext& c) { return c.runningProgram ? c.stats.tenMinuteAverage() : kNaN; }
 double gustKnots(const TagContext& c) { return c.live.windgust; }
 double baroHPa(const TagContext& c) { return c.live.barometer; }
 double dayRain(const TagContext& c) { return c.live.dailyrain; }

@@ -49,7 +49,7 @@ TEST(TagsCommand, PreviewsATemplateFromTheFoldersStateWithoutTouchingIt) {
   testsupport::TempFolder work;
   const fs::path dir = work / "demo";
   ASSERT_EQ(testsupport::runFastDemo(dir, fromLocalTime(2026, 6, 15, 14, 0, 0), 300).status, 0);
-  ASSERT_TRUE(writeFileAtomically(work / "t.txt", "%temp%|%maxtemp%|%stationname%|%time%\n"));
+  ASSERT_TRUE(writeFileAtomically(work / "t.txt", "%temp%|%maxtemp%|%stationname%|%avtenminutewind%|%time%\n"));
   const auto before = filesOf(dir);
 
   const Printed printed = tags({dir, (work / "t.txt").string(), "", false});
@@ -61,9 +61,10 @@ TEST(TagsCommand, PreviewsATemplateFromTheFoldersStateWithoutTouchingIt) {
   const std::string high = testsupport::readSetting(dir, "Daily high temperature", "number2");
   double highValue = 0;
   ASSERT_TRUE(parseDouble(high, highValue));
-  // The demo writes its pages with units; the time is the last reading's,
-  // five minutes after the start.
-  const std::string expected = fmt::format("{:.1f}&deg;C|{:.1f}&deg;C|Demo Station|14:0", temp, highValue);
+  // The demo writes its pages with units; the 10-minute average lives only
+  // in the running program; the time is the last reading's, five minutes
+  // after the start.
+  const std::string expected = fmt::format("{:.1f}&deg;C|{:.1f}&deg;C|Demo Station|---|14:0", temp, highValue);
   EXPECT_EQ(printed.out.substr(0, expected.size()), expected) << printed.out;
   EXPECT_EQ(printed.out.size(), expected.size() + 2) << printed.out;
   EXPECT_EQ(filesOf(dir), before);
