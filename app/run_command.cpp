@@ -51,7 +51,7 @@ int runStationOn(asio::io_context& io, const Clock& clock, TickSource& ticks, co
                  const RunHooks& hooks) {
   const SystemTime start = clock.now();
   StationProgram program(io, clock, options.dir);
-  ticks.holdClockWhile([&program] { return program.pageFills().anyBusy(); });
+  if (ticks.simulated()) program.fillPagesOnTheTick();
   if (hooks.beforeStart) hooks.beforeStart(program);
   TerminalStatus status(program, stdout);
   program.start();
@@ -79,7 +79,6 @@ int runStationOn(asio::io_context& io, const Clock& clock, TickSource& ticks, co
     // clock still makes every minute's pass up to the end.
     if (runFor && ticks.lastTicked() - start >= *runFor) stop();
   });
-  ticks.holdClockWhile({});  // the program goes before the tick source
   if (hooks.onFinished) hooks.onFinished(program);
   return 0;
 }

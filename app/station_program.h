@@ -57,6 +57,8 @@ class StationProgram {
   const MainCycle& cycle() const { return cycle_; }
   const DataFileWriters& dataFiles() const { return dataFiles_; }
   const BackgroundFills& pageFills() const { return pageFills_; }
+  // Simulated time: pages are filled within the tick that finds them due.
+  void fillPagesOnTheTick() { pageFills_.fillOnTheCallersThread(); }
   TextLog& errorLog() { return errorLog_; }
   SettingsStore& settings() { return stores_.main; }
 

@@ -34,15 +34,6 @@ void SimulatedTicks::runLoopWork() {
   io_.poll();
 }
 
-// Waits, in real time, for the other threads' reports: the clock stands
-// still meanwhile.
-void SimulatedTicks::awaitPendingWork() {
-  while (pending_ && pending_() && !stopped_) {
-    io_.restart();
-    io_.run_one_for(kLoopWorkEvery);
-  }
-}
-
 void SimulatedTicks::run(OnTick onTick) {
   stopped_ = false;
   lastSecond_ = std::chrono::floor<std::chrono::seconds>(clock_.now());
@@ -50,7 +41,6 @@ void SimulatedTicks::run(OnTick onTick) {
   SystemTime lastEvent{};
   while (!stopped_) {
     runLoopWork();
-    awaitPendingWork();
     if (stopped_) break;
     const SystemTime nextTick = lastSecond_ + std::chrono::seconds(1);
     SystemTime due{};

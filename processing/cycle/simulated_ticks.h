@@ -8,8 +8,7 @@
 // event due at the same moment as a tick comes first.
 //
 // The event loop's own work (signals, results posted back by other threads)
-// is run between events, at least every few milliseconds of real time. Work
-// handed to other threads holds the clock until it has reported back.
+// is run between events, at least every few milliseconds of real time.
 
 #include <asio.hpp>
 
@@ -30,13 +29,12 @@ class SimulatedTicks final : public TickSource {
   void run(OnTick onTick) override;
   void stop() override { stopped_ = true; }
   SystemTime lastTicked() const override { return lastSecond_; }
-  void holdClockWhile(PendingWork pending) override { pending_ = std::move(pending); }
+  bool simulated() const override { return true; }
 
  private:
   // The source due first, at or before `limit`; null when none is.
   TimedEvents* firstDueBy(SystemTime limit, SystemTime& due) const;
   void runLoopWork();
-  void awaitPendingWork();
 
   asio::io_context& io_;
   ManualClock& clock_;
@@ -44,7 +42,6 @@ class SimulatedTicks final : public TickSource {
   std::chrono::sys_seconds lastSecond_{};
   std::chrono::steady_clock::time_point lastLoopWork_{};
   bool stopped_ = false;
-  PendingWork pending_;
 };
 
 }  // namespace nimbrel

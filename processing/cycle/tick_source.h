@@ -22,13 +22,10 @@ class TickSource {
   virtual void stop() = 0;
   // The program second of the latest tick.
   virtual SystemTime lastTicked() const = 0;
-  // Work the program has handed to other threads (a page being filled):
-  // `pending` says whether some is still under way. Real time goes on
-  // regardless; simulated time waits for it before the clock moves on, so
-  // that the work finishes at the program moment it would on an idle
-  // machine.
-  using PendingWork = std::function<bool()>;
-  virtual void holdClockWhile(PendingWork /*pending*/) {}
+  // Simulated time: no real second to keep up with, so work that would
+  // otherwise go to another thread runs in the tick, at the program moment
+  // it falls due, whatever the machine's scheduling.
+  virtual bool simulated() const { return false; }
 };
 
 }  // namespace nimbrel
