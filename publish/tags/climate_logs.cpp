@@ -77,15 +77,15 @@ const DegreeTable& degrees() {
 // less than none.
 void Tally::add(const LoggedMinute& m) {
   const int day = static_cast<int>(m.minute / kMinutesPerDay);
-  const int dir = static_cast<int>(std::clamp(m.direction, 0.0, 359.0));
-  const double rain = singlePrecision(std::max(0.0, m.rain));
-  const double temperature = singlePrecision(m.temperature);
-  const double barometer = singlePrecision(m.barometer);
-  const double windSpeed = singlePrecision(m.wind);
-  const double gustSpeed = singlePrecision(m.gust);
+  const int dir = static_cast<int>(std::clamp(m.direction(), 0.0, 359.0));
+  const double rain = singlePrecision(std::max(0.0, m.rain()));
+  const double temperature = singlePrecision(m.temperature());
+  const double barometer = singlePrecision(m.barometer());
+  const double windSpeed = singlePrecision(m.wind());
+  const double gustSpeed = singlePrecision(m.gust());
   temp.add(temperature);
-  hum.add(singlePrecision(m.humidity));
-  dew.add(singlePrecision(m.dewpoint));
+  hum.add(singlePrecision(m.humidity()));
+  dew.add(singlePrecision(m.dewpoint()));
   if (baro.count == 0 || barometer > baro.high) baroHighDay = day;
   if (baro.count == 0 || barometer < baro.low) baroLowDay = day;
   baro.add(barometer);
@@ -169,11 +169,11 @@ void sumUp(ClimateMonth& summary, const std::vector<LoggedMinute>& minutes, std:
     figures.day = day;
     figures.tally.add(minute);
     // A fall of the day's total is its reset: what it shows now fell since.
-    figures.rain += minute.dailyRain >= summary.previousDailyRain ? minute.dailyRain - summary.previousDailyRain
-                                                                  : minute.dailyRain;
-    summary.previousDailyRain = minute.dailyRain;
-    figures.monthRainEnd = minute.monthRain;
-    figures.yearRainEnd = minute.yearRain;
+    figures.rain += minute.dailyRain() >= summary.previousDailyRain ? minute.dailyRain() - summary.previousDailyRain
+                                                                  : minute.dailyRain();
+    summary.previousDailyRain = minute.dailyRain();
+    figures.monthRainEnd = minute.monthRain();
+    figures.yearRainEnd = minute.yearRain();
   }
   summary.processed = minutes.size();
 }

@@ -4,8 +4,9 @@
 // ago, the last hours and days), the climate figures (averages, month- and
 // year-to-date, day counts) and the almanac's last rain.
 //
-// Each data line of a monthly log becomes one LoggedMinute in the internal
-// units (°C, knots, hPa, mm), whatever unit system the logs are written in.
+// Each data line of a monthly log becomes one LoggedMinute of 32 bytes,
+// which gives its fields in the internal units (°C, knots, hPa, mm) whatever
+// unit system the logs are written in.
 // One `LogMinutes` lives across fills (TagMemory, publish/tags/tag_memory.h):
 // a month's log is read when a tag first asks for it; at a later fill the
 // file is looked at again (size, time, first and last bytes read) and only
@@ -33,26 +34,6 @@ namespace nimbrel {
 struct TagContext;
 struct MonthlyLogLine;
 
-struct LoggedMinute {
-  long long minute = 0;  // see civilMinute
-  double temperature = 0;
-  double humidity = 0;
-  double dewpoint = 0;
-  double barometer = 0;
-  double wind = 0;  // the minute's average
-  double gust = 0;
-  double direction = 0;  // degrees
-  double rain = 0;       // fallen in that minute
-  double heatindex = 0;
-  double dailyRain = 0;  // the running totals of the day, month and year
-  double monthRain = 0;
-  double yearRain = 0;
-  // Worked out from the logged fields.
-  double windchill = 0;  // as the live wind chill: from the average or, by the owner's choice, the gust
-  double apparent = 0;   // apparent temperature in the shade (no sun term: the log keeps no solar)
-  double humidex = 0;
-};
-
 // How the logs are written and how the derived fields are worked out.
 struct LogReading {
   UnitSystem logUnits = UnitSystem::metric;
@@ -60,7 +41,67 @@ struct LogReading {
   bool operator==(const LogReading&) const = default;
 };
 
-LoggedMinute loggedMinute(const MonthlyLogLine& line, const LogReading& reading);
+// One data line of a monthly log, kept as the log wrote it: each field a
+// whole number of the log's last decimal place (0.1 °C or °F, 0.1 knot or
+// mph, 0.1 hPa or 0.001 inHg, 0.1 mm or 0.001 inch, whole percent and
+// degrees) and the unit system of the log, so that a month of minutes takes
+// a quarter of the memory that doubles would. The accessors give the fields
+// in the internal units (°C, knots, hPa, mm) by the same arithmetic as the
+// text read as a number: n / 10.0 is the very double the text "n/10" reads
+// as, and the unit conversion that follows is unchanged. A field written
+// with more decimals than the program writes (a hand-edited line) is kept
+// to the nearest step of its column, a value beyond a field's range at its
+// end.
+class LoggedMinute {
+ public:
+  std::int32_t minute = 0;  // see civilMinute
+
+  double temperature() const { return celsius(temperature_); }
+  double humidity() const { return humidity_; }
+  double dewpoint() const { return celsius(dewpoint_); }
+  double barometer() const;
+  double wind() const { return knots(wind_); }  // the minute's average
+  double gust() const { return knots(gust_); }
+  double direction() const { return direction_; }  // degrees
+  double rain() const { return millimetres(rain_); }  // fallen in that minute
+  double heatindex() const { return celsius(heatindex_); }
+  // The running totals of rain of the day, month and year.
+  double dailyRain() const { return millimetres(dailyRain_); }
+  double monthRain() const { return millimetres(monthRain_); }
+  double yearRain() const { return millimetres(yearRain_); }
+  // Worked out from the logged fields on each call.
+  double windchill() const;  // as the live wind chill: from the average or, by the owner's choice, the gust
+  double apparent() const;   // apparent temperature in the shade (no sun term: the log keeps no solar)
+  double humidex() const;
+
+ private:
+  friend std::optional<LoggedMinute> loggedMinute(const MonthlyLogLine& line, const LogReading& reading);
+
+  bool usa() const { return usa_ != 0; }
+  double celsius(std::int16_t tenths) const;
+  double knots(std::int16_t tenths) const;
+  double millimetres(std::int32_t count) const;
+
+  std::int32_t yearRain_ = 0;   // tenths of mm or thousandths of an inch, as are the other rains
+  std::int32_t monthRain_ = 0;
+  std::int32_t dailyRain_ : 24 = 0;
+  std::uint32_t humidity_ : 8 = 0;
+  std::int16_t temperature_ = 0;  // tenths of °C or °F, as are the dew point and heat index
+  std::int16_t dewpoint_ = 0;
+  std::int16_t heatindex_ = 0;
+  std::int16_t wind_ = 0;  // tenths of a knot or mph, as is the gust
+  std::int16_t gust_ = 0;
+  std::int16_t rain_ = 0;
+  std::uint16_t barometer_ = 0;  // tenths of hPa or thousandths of inHg
+  std::uint16_t direction_ : 14 = 0;
+  std::uint16_t usa_ : 1 = 0;           // the log is written in US units
+  std::uint16_t chillFromGust_ : 1 = 0;  // the owner's choice for the wind chill
+};
+static_assert(sizeof(LoggedMinute) == 32);
+
+// Nothing when the line's time lies beyond the minutes a LoggedMinute holds
+// (some 4000 years either side of 1970: a damaged line).
+std::optional<LoggedMinute> loggedMinute(const MonthlyLogLine& line, const LogReading& reading);
 
 // Apparent temperature of a logged minute (the shade form, see the .cpp).
 double apparentTemperature(double celsius, double humidity, double windKnots);
@@ -160,7 +201,7 @@ LogMonth logMonthOf(long long minute, bool nineAmDay);
 std::vector<LogMonth> logMonthsCovering(long long from, long long to, bool nineAmDay);
 
 // One field of a logged minute, for the scans below.
-using LoggedField = double LoggedMinute::*;
+using LoggedField = double (LoggedMinute::*)() const;
 
 struct LoggedExtreme {
   double value = 0;

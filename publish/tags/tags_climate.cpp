@@ -185,7 +185,7 @@ TagValue rainMinutesSince(const TagContext& c, std::int64_t firstKey) {
   const auto lines = logs(c).minutesSince(firstKey);
   if (lines.empty()) return noData();
   double sum = 0;
-  for (const LoggedMinute& line : lines) sum += singlePrecision(std::max(0.0, line.rain));
+  for (const LoggedMinute& line : lines) sum += singlePrecision(std::max(0.0, line.rain()));
   return sum;
 }
 

@@ -108,7 +108,7 @@ std::optional<double> twoMinuteWind(const current::RecentLog& log, const TagCont
   const auto lines = log.within(2);
   if (lines.empty()) return std::nullopt;
   double sum = 0;
-  for (const LoggedMinute& m : lines) sum += m.wind;
+  for (const LoggedMinute& m : lines) sum += m.wind();
   return sum / static_cast<double>(lines.size());
 }
 
@@ -120,11 +120,11 @@ std::optional<double> tenMinuteDirection(const current::RecentLog& log, const Ta
   double x = 0;
   double y = 0;
   double weights = 0;
-  for (const LoggedMinute& m : lines) weights += m.wind;
+  for (const LoggedMinute& m : lines) weights += m.wind();
   for (const LoggedMinute& m : lines) {
-    const double weight = weights > 0 ? m.wind : 1.0;
-    x += weight * std::sin(m.direction * std::numbers::pi / 180.0);
-    y += weight * std::cos(m.direction * std::numbers::pi / 180.0);
+    const double weight = weights > 0 ? m.wind() : 1.0;
+    x += weight * std::sin(m.direction() * std::numbers::pi / 180.0);
+    y += weight * std::cos(m.direction() * std::numbers::pi / 180.0);
   }
   if (x == 0 && y == 0) return std::nullopt;
   const double degrees = std::atan2(x, y) * 180.0 / std::numbers::pi;
@@ -135,7 +135,7 @@ std::optional<double> pressureChange(const TagContext& c, int minutes) {
   if (!c.readingsSeen) return std::nullopt;
   const LoggedMinute* then = current::recentLog(c).atAge(minutes);
   if (then == nullptr) return std::nullopt;
-  return c.live.barometer - then->barometer;
+  return c.live.barometer - then->barometer();
 }
 
 // The three hours' change against the thresholds of the pressure-trend form
@@ -165,7 +165,7 @@ TagValue temperatureTrendWord(const TagContext& c) {
   const LoggedMinute* then = current::recentLog(c).atAge(60);
   if (then == nullptr) return noData();
   return current::temperatureTrendWord(
-      current::classifyChange(c.live.outtemp - then->temperature, 0.3, 1.0, 2.0, 0.3, 1.0, 2.0));
+      current::classifyChange(c.live.outtemp - then->temperature(), 0.3, 1.0, 2.0, 0.3, 1.0, 2.0));
 }
 
 // Rain since midnight: today's total when the rain day starts at midnight,

@@ -138,7 +138,7 @@ double liveOf(const LiveRecord& r, LoggedField field) {
 
 TagValue pastValue(const Ctx& c, LoggedField field, Back back) {
   const LoggedMinute* then = logsFor(c, back).near(minuteBack(c, back), kNearMinutes);
-  return then ? TagValue(then->*field) : noData();
+  return then ? TagValue((then->*field)()) : noData();
 }
 
 // The minutes of the last `minutes` minutes, up to now.
@@ -187,8 +187,8 @@ std::optional<Running> bestRunning(const MinuteHistory& logs, long long from, lo
   double sum = 0;
   std::size_t first = 0;
   for (std::size_t i = 0; i < minutes.size(); ++i) {
-    sum += minutes[i].*field;
-    while (minutes[first].minute <= minutes[i].minute - length) sum -= minutes[first++].*field;
+    sum += (minutes[i].*field)();
+    while (minutes[first].minute <= minutes[i].minute - length) sum -= (minutes[first++].*field)();
     if (minutes[i].minute < from) continue;
     const double value = mean ? sum / static_cast<double>(i - first + 1) : sum;
     if (!best || value > best->value) best = Running{value, minutes[i].minute};
@@ -321,7 +321,7 @@ using Span = std::span<const LoggedMinute> (*)(const Ctx&);
 TagSource directionAtHighest(Span minutes, LoggedField field, Compass form) {
   return [minutes, field, form](const Ctx& c) {
     const auto e = highest(minutes(c), field);
-    return e ? compassValue(c, e->at->direction, form) : noData();
+    return e ? compassValue(c, e->at->direction(), form) : noData();
   };
 }
 std::span<const LoggedMinute> yesterday(const Ctx& c) { return dayBefore(c, 1); }
@@ -382,7 +382,7 @@ TagSource minutesSinceRain() {
   return [](const Ctx& c) {
     const auto& minutes = recentLogs(c).minutes();
     for (auto it = minutes.rbegin(); it != minutes.rend(); ++it)
-      if (it->rain > 0) return TagValue(static_cast<double>(nowMinute(c) - it->minute));
+      if (it->rain() > 0) return TagValue(static_cast<double>(nowMinute(c) - it->minute));
     return noData();
   };
 }
@@ -392,7 +392,7 @@ TagSource yesterdayMean(LoggedField field) {
     const auto span = yesterday(c);
     if (span.empty()) return noData();
     double sum = 0;
-    for (const LoggedMinute& m : span) sum += m.*field;
+    for (const LoggedMinute& m : span) sum += (m.*field)();
     return TagValue(sum / static_cast<double>(span.size()));
   };
 }
@@ -447,7 +447,7 @@ TagSource yestWindWithDirection(std::string_view section, LoggedField field) {
     const TagDef def = number("", Unit::speed, 1, 1, {}, "");
     std::string out = formatTag(def, value, TagWriting{c.units.units});
     const auto e = highest(yesterday(c), field);
-    if (e) out += " " + *compassValue(c, e->at->direction, Compass::word).text();
+    if (e) out += " " + *compassValue(c, e->at->direction(), Compass::word).text();
     return TagValue(out);
   };
 }
@@ -863,7 +863,7 @@ std::vector<TagDef> todayTags() {
       temp("temp0minuteago",
            [](const Ctx& c) {
              const auto& minutes = recentLogs(c).minutes();
-             return minutes.empty() ? noData() : TagValue(minutes.back().temperature);
+             return minutes.empty() ? noData() : TagValue(minutes.back().temperature());
            },
            "outdoor temperature of the latest logged minute"),
       temp("temp24hoursago", ago(kTemp, Back::day), "outdoor temperature 24 hours ago"),
@@ -872,7 +872,7 @@ std::vector<TagDef> todayTags() {
                  [](const Ctx& c) {
                    const LoggedMinute* then = recentLogs(c).near(nowMinute(c) - c.now.minute, 0);
                    if (!c.readingsSeen || then == nullptr) return noData();
-                   return TagValue(c.live.outtemp - then->temperature);
+                   return TagValue(c.live.outtemp - then->temperature());
                  },
                  "change of the outdoor temperature since the start of this clock hour"),
       tempChange("tempchangelasthour", change(kTemp, Back::hour), "change of the outdoor temperature over the last hour"),

@@ -19,13 +19,13 @@ const RainDays& rainDays(LogMinutes& logs, std::map<int, RainDays>& months, cons
   if (days.version == version) return days;
   days = RainDays{version, {}};
   for (const LoggedMinute& m : logs.month(month)) {
-    if (!(m.rain > 0)) continue;
+    if (!(m.rain() > 0)) continue;
     const long long day = dayOf(m.minute);
     auto it = std::find_if(days.lastByDay.begin(), days.lastByDay.end(), [day](const auto& d) { return d.first == day; });
     if (it == days.lastByDay.end())
       days.lastByDay.emplace_back(day, m.minute);
     else
-      it->second = std::max(it->second, m.minute);
+      it->second = std::max<long long>(it->second, m.minute);
   }
   return days;
 }

@@ -75,7 +75,7 @@ TEST(TagMemory, AppendedLinesAreReadAloneAndARewrittenLogAgain) {
   logs.beginFill();
   ASSERT_EQ(logs.month(june).size(), 100u);
   EXPECT_NE(logs.version(june).generation, first.generation);
-  EXPECT_DOUBLE_EQ(logs.month(june).front().temperature, 20.0);
+  EXPECT_DOUBLE_EQ(logs.month(june).front().temperature(), 20.0);
 
   std::filesystem::remove(world.folder.path() / "62026lg.txt");
   logs.beginFill();

@@ -30,11 +30,11 @@ TEST(LogMinutes, OneParseInInternalUnitsAndRepeatedMinutesAsEachViewWants) {
   LogMinutes logs(world.folder.path(), LogReading{UnitSystem::usa, false});
   const auto& june = logs.month({6, 2026});
   ASSERT_EQ(june.size(), 5u);
-  EXPECT_NEAR(june[0].temperature, 20.0, 1e-9);
-  EXPECT_NEAR(june[0].barometer, 1013.2, 0.1);
-  EXPECT_NEAR(june[0].wind, 10.0, 0.01);
-  EXPECT_NEAR(june[0].rain, 0.254, 1e-4);
-  EXPECT_NEAR(june[0].yearRain, 127.0, 0.01);
+  EXPECT_NEAR(june[0].temperature(), 20.0, 1e-9);
+  EXPECT_NEAR(june[0].barometer(), 1013.2, 0.1);
+  EXPECT_NEAR(june[0].wind(), 10.0, 0.01);
+  EXPECT_NEAR(june[0].rain(), 0.254, 1e-4);
+  EXPECT_NEAR(june[0].yearRain(), 127.0, 0.01);
   EXPECT_EQ(june[0].minute, civilMinute(2026, 6, 15, 14, 0));
   EXPECT_TRUE(logs.month({7, 2026}).empty());
 
@@ -43,7 +43,7 @@ TEST(LogMinutes, OneParseInInternalUnitsAndRepeatedMinutesAsEachViewWants) {
   const auto all = MinuteHistory::gather(logs, months, MinuteHistory::Repeats::all, civilMinute(2026, 6, 15, 14, 5),
                                          civilMinute(2026, 6, 15, 14, 10));
   EXPECT_EQ(first.minutes().size(), 4u);
-  EXPECT_EQ(first.near(civilMinute(2026, 6, 15, 14, 6), 1)->direction, 95.0);
+  EXPECT_EQ(first.near(civilMinute(2026, 6, 15, 14, 6), 1)->direction(), 95.0);
   ASSERT_EQ(all.minutes().size(), 3u);  // 14:15 and 14:00 lie outside
   const LoggedMinute* latest = all.latestUpTo(civilMinute(2026, 6, 15, 14, 9));
   ASSERT_NE(latest, nullptr);
