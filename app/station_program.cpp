@@ -127,7 +127,7 @@ void StationProgram::fillDuePages() {
   const SystemTime now = clock_.now();
   for (const PageJob* job : pages_.due(now, lastTick_)) {
     std::error_code ec;
-    if (job->everySeconds == 0 && !std::filesystem::exists(folders_.webfiles / job->templateName, ec)) continue;
+    if (job->onlyWhenTemplateExists && !std::filesystem::exists(folders_.webfiles / job->templateName, ec)) continue;
     if (pageFills_.busy(job->outputName)) continue;
     auto snapshot = std::make_unique<TagSnapshot>(TagSources{record_, statistics_, units_, stores_.main.document(),
                                                              now, cycleState_.reading_received, folders_.logs});

@@ -34,7 +34,7 @@ std::vector<PageJob> readPageJobs(const SettingsStore& main) {
     job.append = main.readSwitch(kCustomTextSection, "append" + s);
     jobs.push_back(std::move(job));
   }
-  jobs.push_back(PageJob{"wxlocal.html", "wx" + pageExtension(main), kMinuteDue, false});
+  jobs.push_back(PageJob{"wxlocal.html", "wx" + pageExtension(main), kMinuteDue, false, true});
   return jobs;
 }
 

@@ -31,6 +31,7 @@ struct PageJob {
   std::string outputName;
   int everySeconds = 60;  // 0: once a minute, from second 15
   bool append = false;
+  bool onlyWhenTemplateExists = false;  // no template, no page and no message
 };
 
 // The jobs the settings switch on, and the local web page.

@@ -15,22 +15,10 @@ bool fillPage(const TemplateJob& job, TagSnapshot& snapshot, bool appendCustomTe
 
 std::vector<std::string> fillLines(std::vector<std::string> lines, std::string_view templateName,
                                    TagSnapshot& snapshot, const ReplacerErrorSink& report, TagMemory& memory) {
-  TagRun run;
-  run.displayUnits = readTemplateOptions(snapshot.settings()).displayUnits && templateName != "qzfulldata.htm";
+  const TagRun run = tagRunFor(readTemplateOptions(snapshot.settings()), templateName);
   const TagContext context = snapshot.context(memory);
   const VocabularyChain chain(vocabulary(), context);
   return fillTemplate(std::move(lines), templateName, chain.chain(), run, report);
-}
-
-bool fillPage(const TemplateJob& job, TagSnapshot& snapshot, bool appendCustomText, const ReplacerErrorSink& report) {
-  TagMemory memory;
-  return fillPage(job, snapshot, appendCustomText, report, memory);
-}
-
-std::vector<std::string> fillLines(std::vector<std::string> lines, std::string_view templateName,
-                                   TagSnapshot& snapshot, const ReplacerErrorSink& report) {
-  TagMemory memory;
-  return fillLines(std::move(lines), templateName, snapshot, report, memory);
 }
 
 }  // namespace nimbrel

@@ -12,15 +12,12 @@ namespace nimbrel {
 // snapshot's settings (`appendCustomText` from the caller). False when the
 // output could not be written.
 // `memory` is the filler's, kept from one fill to the next (logs read,
-// summaries of past months); without it the fill starts from nothing.
+// summaries of past months).
 bool fillPage(const TemplateJob& job, TagSnapshot& snapshot, bool appendCustomText, const ReplacerErrorSink& report,
               TagMemory& memory);
-bool fillPage(const TemplateJob& job, TagSnapshot& snapshot, bool appendCustomText, const ReplacerErrorSink& report);
 
 // The template's lines filled, for a preview that writes no file.
 std::vector<std::string> fillLines(std::vector<std::string> lines, std::string_view templateName,
                                    TagSnapshot& snapshot, const ReplacerErrorSink& report, TagMemory& memory);
-std::vector<std::string> fillLines(std::vector<std::string> lines, std::string_view templateName,
-                                   TagSnapshot& snapshot, const ReplacerErrorSink& report);
 
 }  // namespace nimbrel

@@ -87,6 +87,7 @@ struct TagDef {
   bool showsUnit = false;  // the display-units flag appends the unit's symbol
   TagSource value;         // empty: always "---"
   std::string gives;       // what the tag gives, for the owners' list of tags
+  bool decimalComma = false;  // the number is written "12,3" (tags whose name ends in ",")
 };
 
 }  // namespace nimbrel

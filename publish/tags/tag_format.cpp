@@ -1,15 +1,14 @@
 #include "publish/tags/tag_format.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "core/number_format.h"
+#include "core/weather_utils.h"
 #include "publish/tags/unit_conversion.h"
 
 namespace nimbrel {
 namespace {
-
-constexpr double kInchesHgPerHPa = 0.0295300;
-constexpr double kInchesPerMm = 1.0 / 25.4;
 
 Unit shownWind(WindUnit unit) {
   switch (unit) {
@@ -36,15 +35,15 @@ Unit shownPressure(PressureUnit unit) {
 double convert(double internal, Unit family, Unit shown) {
   switch (shown) {
     case Unit::fahrenheit:
-      return family == Unit::temperatureChange ? internal * 1.8 : internal * 1.8 + 32.0;
+      return family == Unit::temperatureChange ? internal * 1.8 : TWeatherUtils::CToF(internal);
     case Unit::kmh: return internal * kKmhPerKnot;
     case Unit::mph: return internal * kMphPerKnot;
     case Unit::metresPerSecond: return internal * kMetresPerSecondPerKnot;
     case Unit::beaufort: return beaufortForce(internal);
-    case Unit::inHg: return internal * kInchesHgPerHPa;
+    case Unit::inHg: return TWeatherUtils::HPaToIn(internal);
     case Unit::kPa: return internal / 10.0;
     case Unit::inches:
-    case Unit::inchesPerHour: return internal * kInchesPerMm;
+    case Unit::inchesPerHour: return TWeatherUtils::MmToIn(internal);
     default: return internal;
   }
 }
@@ -124,6 +123,7 @@ std::string formatTag(const TagDef& def, const TagValue& value, const TagWriting
   // A value that rounds to nothing is written without a sign ("0.0", not "-0.0").
   if (std::fabs(converted) < 0.5 * std::pow(10.0, -decimals)) converted = 0.0;
   std::string out = fixed(converted, def.width, decimals);
+  if (def.decimalComma) std::replace(out.begin(), out.end(), '.', ',');
   if (def.showsUnit && writing.displayUnits) out += unitSymbol(shown, writing);
   return writing.spellMinus ? spellMinus(out) : out;
 }

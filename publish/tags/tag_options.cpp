@@ -31,7 +31,6 @@ std::optional<double> degrees(const SettingsStore& main, std::string_view key, d
 
 TagOptions readTagOptions(const SettingsStore& main, const UnitSettings& units) {
   TagOptions options;
-  options.displayUnits = main.readSwitch(kTemplateSection, "display units");
   options.htmlDegreeSign = main.readSwitch(kTemplateSection, "html degree sign");
   options.spellMinus = main.readSwitch(kTemplateSection, "spell minus");
   const std::string language = main.ReadString(kTemplateSection, "word language");

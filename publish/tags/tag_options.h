@@ -2,7 +2,6 @@
 // How the owner wants tag values written, and where the station stands.
 //
 // Settings (main settings, section "Use my own template" unless said):
-//   "display units"      "yes": values carry their unit symbol ("12.3°C")
 //   "html degree sign"   "yes": the degree sign is written "&deg;" (for web pages)
 //   "spell minus"        "yes": every "-" of a number is written "minus " (for speech)
 //   "word language"      language of the trend and compass words: "english"
@@ -29,7 +28,6 @@ struct StationPosition {
 };
 
 struct TagOptions {
-  bool displayUnits = false;
   bool htmlDegreeSign = false;
   bool spellMinus = false;
   WordLanguage language = WordLanguage::english;

@@ -35,6 +35,13 @@ inline TagDef missing(std::string name, std::string gives) {
   return TagDef{std::move(name), Replacer::r1, Unit::none, 1, 0, false, TagSource{}, std::move(gives)};
 }
 
+// The same row written with a decimal comma, for pages in languages that
+// write decimals so ("%temp,%" gives "12,3").
+inline TagDef withDecimalComma(TagDef row) {
+  row.decimalComma = true;
+  return row;
+}
+
 // A value of the live record: nothing before the station's first reading.
 inline TagValue reading(const TagContext& context, double value) {
   return context.readingsSeen ? TagValue(value) : noData();

@@ -44,15 +44,7 @@ TagSource word(std::function<std::string_view(const TagContext&)> f) {
 
 // The decimal-comma form of a number row.
 TagDef comma(std::string name, Unit unit, int decimals, Reading f, std::string gives) {
-  const TagDef plain = number(name, unit, 1, decimals, live(std::move(f)), "");
-  auto source = [plain](const TagContext& c) -> TagValue {
-    const TagWriting writing{c.units.units, c.options.displayUnits, c.options.htmlDegreeSign, false};
-    std::string out = formatTag(plain, plain.value(c), writing);
-    if (out == kNoData) return noData();
-    std::replace(out.begin(), out.end(), '.', ',');
-    return out;
-  };
-  return text(std::move(name), std::move(source), gives + ", with a decimal comma");
+  return withDecimalComma(number(std::move(name), unit, 1, decimals, live(std::move(f)), gives + ", with a decimal comma"));
 }
 
 // ---- Readings in internal units ----

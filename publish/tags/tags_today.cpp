@@ -902,7 +902,7 @@ std::vector<TagDef> todayTags() {
       speed("windchangeyear", change(kWind, Back::year), "change of the average wind since the same time a year ago"),
       temp("yesterdayavtemp", yesterdayMean(kTemp), "yesterday's mean outdoor temperature (mean of its logged minutes)"),
       rainAmount("yesterdayrain", Unit::rain, yesterdaysRain(), "yesterday's rain"),
-      rainAmount("yesterdayrain,", Unit::rain, yesterdaysRain(), "yesterday's rain (the same as yesterdayrain)"),
+      withDecimalComma(rainAmount("yesterdayrain,", Unit::rain, yesterdaysRain(), "yesterday's rain, with a decimal comma")),
       rainAmount("yesterdayrainmm", Unit::mm, yesterdaysRain(), "yesterday's rain in mm"),
       rainAmount("ystdyrain", Unit::rain, yesterdaysRain(), "yesterday's rain"),
       rainAmount("ystdyrainusa", Unit::inches, yesterdaysRain(), "yesterday's rain in inches"),

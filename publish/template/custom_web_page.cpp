@@ -41,6 +41,12 @@ TemplateOptions readTemplateOptions(const SettingsStore& settings) {
   return options;
 }
 
+TagRun tagRunFor(const TemplateOptions& options, std::string_view templateName) {
+  TagRun run;
+  run.displayUnits = options.displayUnits && templateName != "qzfulldata.htm";
+  return run;
+}
+
 std::vector<std::string> fillTemplate(std::vector<std::string> lines, std::string_view templateName,
                                       const ReplacerChain& chain, const TagRun& run,
                                       const ReplacerErrorSink& onError) {
@@ -51,9 +57,7 @@ std::vector<std::string> fillTemplate(std::vector<std::string> lines, std::strin
 
 bool customwebpage(const TemplateJob& job, const TemplateOptions& options, const ReplacerChain& chain,
                    const RawHeaderValues& header, const ReplacerErrorSink& report) {
-  TagRun run;
-  // The full-data file is read by programs, which want bare numbers.
-  run.displayUnits = options.displayUnits && job.templateName != "qzfulldata.htm";
+  const TagRun run = tagRunFor(options, job.templateName);
   const auto lines = fillTemplate(loadTemplate(job, report), job.templateName, chain, run, report);
 
   std::string text;

@@ -34,6 +34,10 @@ inline constexpr std::string_view kTemplateSection = "Use my own template";
 
 TemplateOptions readTemplateOptions(const SettingsStore& settings);
 
+// What the replacers are told for a fill of `templateName`: the full-data
+// file is read by programs, which want bare numbers.
+TagRun tagRunFor(const TemplateOptions& options, std::string_view templateName);
+
 // The template's lines with their tags replaced.
 std::vector<std::string> fillTemplate(std::vector<std::string> lines, std::string_view templateName,
                                       const ReplacerChain& chain, const TagRun& run,

@@ -66,7 +66,7 @@ TEST_F(PageFill, APageFromASnapshotKeepsTheMomentItWasTaken) {
   ASSERT_TRUE(writeFileAtomically(world.folder / "wxlocal.html", "<p>%temp%</p>\n"));
   std::vector<std::string> messages;
   const TemplateJob job{world.folder.path(), "wxlocal.html", "wx.html"};
-  ASSERT_TRUE(fillPage(job, taken, false, [&](std::string_view m) { messages.emplace_back(m); }));
+  ASSERT_TRUE(fillPage(job, taken, false, [&](std::string_view m) { messages.emplace_back(m); }, world.memory));
   const std::string page = readWholeFile(world.folder / "wx.html").value_or("");
   EXPECT_EQ(page.substr(0, 19), "<META RAW MET DATA ");
   EXPECT_NE(page.find(",tmp 12.3,"), std::string::npos) << page;

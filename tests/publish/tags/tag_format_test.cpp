@@ -52,6 +52,10 @@ TEST(TagFormat, SpeedsPressuresAndRainInEveryUnit) {
   writing.units.rain = RainUnit::inches;
   EXPECT_EQ(formatTag(row(Unit::rain, 1, 1), 25.4, writing), "1.00 in.");
   EXPECT_EQ(formatTag(row(Unit::rainRate, 1, 1), 25.4, writing), "1.00 in./hr");
+  // The decimal comma touches the number, never the unit's symbol.
+  TagDef comma = row(Unit::rain, 1, 1);
+  comma.decimalComma = true;
+  EXPECT_EQ(formatTag(comma, 25.4, writing), "1,00 in.");
   // A unit the tag's name states stays whatever the owner chose.
   EXPECT_EQ(formatTag(row(Unit::mm, 1, 1), 25.4, writing), "25.4 mm");
   EXPECT_EQ(formatTag(row(Unit::kmh, 1, 1), 10.0, writing), "18.5 km/h");

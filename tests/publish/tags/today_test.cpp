@@ -67,7 +67,7 @@ TEST(TodayTags, YesterdaysValuesFromTheResetSectionsButNotTheirSentinels) {
   EXPECT_EQ(world.text("minhumyest"), "100");    // a real 100 %: the percentage low starts at 101
   EXPECT_EQ(world.text("maxhumyest"), "---");
   EXPECT_EQ(world.text("ystdyrainusa"), "0.50");
-  EXPECT_EQ(world.text("yesterdayrain,"), "12.7");
+  EXPECT_EQ(world.text("yesterdayrain,"), "12,7");
   EXPECT_EQ(world.text("mintempyestt"), "---");
 }
 
